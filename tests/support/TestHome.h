@@ -1,0 +1,40 @@
+// A throw-away host home for one test: <home> with the plug-in's data files,
+// and private per-user data and config directories. Nothing a test does
+// reaches the real user's files.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+class TestHome
+{
+public:
+    // Points NETINFO_LIBRARY_PATH, XDG_DATA_HOME, XDG_CONFIG_HOME and HOME
+    // into a fresh temporary directory. The previous values come back when
+    // the object goes away.
+    TestHome();
+    ~TestHome();
+    TestHome(const TestHome&) = delete;
+    TestHome& operator=(const TestHome&) = delete;
+
+    bool isValid() const { return m_dir.isValid(); }
+    QString homePath() const;      // <home>
+    QString pluginDir() const;     // <home>/plugins/NetInfoUIExPlugin
+    QString dataHome() const;      // XDG_DATA_HOME
+    QString configHome() const;    // XDG_CONFIG_HOME
+
+    // Copies a shipped file of the source tree's data/ into the plug-in dir.
+    bool installDataFile(const QString& name);
+    // Copies the compiled translations of the build tree into <home>/translations.
+    bool installTranslations();
+    // Writes a file into the plug-in dir (for deliberately broken fixtures).
+    bool writePluginFile(const QString& name, const QByteArray& content);
+
+    static QString sourceDataDir();
+    static QString buildHomeDir();
+
+private:
+    QTemporaryDir m_dir;
+    QList<QPair<QByteArray, QByteArray>> m_savedEnv;
+};
