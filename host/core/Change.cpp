@@ -1,0 +1,90 @@
+#include "Change.h"
+
+#include "CommonUtils.h"
+#include "HostLog.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QTranslator>
+
+#include <memory>
+
+namespace {
+
+// The translator is parented to the application, so it goes away with it;
+// the QPointer notices.
+struct LanguageState
+{
+    QPointer<QTranslator> translator;
+    QString name;
+};
+
+LanguageState& current()
+{
+    static LanguageState language;
+    return language;
+}
+
+// A language name becomes part of a file path, so it must not reach outside
+// <home>/translations.
+bool isLanguageName(const QString& language)
+{
+    static const QRegularExpression pattern(QStringLiteral("^[A-Za-z]{2,3}([_-][A-Za-z0-9]+)*$"));
+    return pattern.match(language).hasMatch();
+}
+
+} // namespace
+
+QString Change::tr(const QString& key, const QString& context)
+{
+    return QCoreApplication::translate(context.toUtf8().constData(), key.toUtf8().constData());
+}
+
+bool Change::LoadLanguage(const QString& language)
+{
+    QCoreApplication* app = QCoreApplication::instance();
+    if (!app) {
+        qCWarning(lcHost, "Change: cannot load language \"%s\" without an application object",
+                  qUtf8Printable(language));
+        return false;
+    }
+    if (!isLanguageName(language)) {
+        qCWarning(lcHost, "Change: \"%s\" is not a language name", qUtf8Printable(language));
+        return false;
+    }
+    const QString file = CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations/netinfo_")
+                         + language + QStringLiteral(".qm");
+    // QTranslator::load falls back to shorter names; only this exact file counts.
+    if (!QFileInfo(file).isFile()) {
+        qCWarning(lcHost, "Change: translation file %s does not exist", qUtf8Printable(file));
+        return false;
+    }
+    auto next = std::make_unique<QTranslator>();
+    if (!next->load(file)) {
+        qCWarning(lcHost, "Change: cannot load translation file %s", qUtf8Printable(file));
+        return false;
+    }
+    if (!app->installTranslator(next.get())) {
+        qCWarning(lcHost, "Change: cannot install translation file %s", qUtf8Printable(file));
+        return false;
+    }
+
+    LanguageState& state = current();
+    if (state.translator) {
+        app->removeTranslator(state.translator);
+        delete state.translator;
+    }
+    next->setParent(app);
+    state.translator = next.release();
+    state.name = language;
+    qCInfo(lcHost, "Change: language \"%s\" loaded from %s", qUtf8Printable(language), qUtf8Printable(file));
+    return true;
+}
+
+QString Change::CurrentLanguage()
+{
+    const auto& state = current();
+    return state.translator ? state.name : QString();
+}

@@ -1,0 +1,6 @@
+#include "MainFrameService.h"
+
+MainFrameService::MainFrameService(QObject* parent)
+    : QObject(parent)
+{
+}
