@@ -1,0 +1,452 @@
+// The statistics bridge on a scripted SDK: report kinds, the callback, failures
+// and the merged configuration.
+#include "NetInfoUILogic.h"
+
+#include "TestHome.h"
+
+#include "Sdk.h"
+#include "simulated/SimulatedBackend.h"
+#include "veltsdk.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QSignalSpy>
+#include <QThread>
+#include <QtTest>
+
+using velt::SdkCall;
+using velt::SimulatedBackend;
+using velt::StatisticsRecord;
+
+Q_DECLARE_METATYPE(SdkCall)
+
+namespace {
+constexpr qint64 kResetTime = 1700000000; // a fixed clock for reset stamps
+
+StatisticsRecord record(quint64 sent, quint64 received, qint64 duration, quint32 upSpeed = 0,
+                        quint32 downSpeed = 0)
+{
+    StatisticsRecord r;
+    r.bytesSent = sent;
+    r.bytesReceived = received;
+    r.duration = duration;
+    r.sendSpeed = upSpeed;
+    r.receiveSpeed = downSpeed;
+    return r;
+}
+
+QByteArray configDocument(const QByteArray& common, const QByteArray& edition = {})
+{
+    return "<?xml version=\"1.0\"?><veltdoc><group name=\"customize\"><module name=\"common\">" + common
+           + "</module><module name=\"edition\">" + edition + "</module></group></veltdoc>";
+}
+
+QStringList unitNames(const QVector<TagUnits>& units)
+{
+    QStringList names;
+    for (const TagUnits& unit : units)
+        names << unit.strName;
+    return names;
+}
+}
+
+class TestLogic : public QObject
+{
+    Q_OBJECT
+
+private:
+    SimulatedBackend* m_sdk = nullptr;
+    std::unique_ptr<TestHome> m_home;
+
+    NetInfoUILogic* initialisedLogic(const QByteArray& config, const QByteArray& edition = "common")
+    {
+        if (!config.isNull())
+            m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config);
+        m_sdk->setCustomizeName(edition);
+        NetInfoUILogic* logic = NetInfoUILogic::Instance();
+        logic->Init();
+        return logic;
+    }
+
+private slots:
+    void init()
+    {
+        m_home = std::make_unique<TestHome>();
+        velt::Sdk::instance().setBackend(std::make_unique<SimulatedBackend>([] { return kResetTime; }));
+        m_sdk = SimulatedBackend::current();
+        QVERIFY(m_sdk);
+    }
+
+    void cleanup()
+    {
+        NetInfoUILogic::UnregSDK();
+        NetInfoUILogic::Destroy();
+        m_home.reset();
+    }
+
+    void storedPeriodsAskTheirReportKind_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("kind");
+        QTest::newRow("daily") << int(NETINFO_DAILY) << int(VELT_REPORT_TODAY);
+        QTest::newRow("weekly") << int(NETINFO_WEEKLY) << int(VELT_REPORT_WEEK);
+        QTest::newRow("monthly") << int(NETINFO_MONTHLY) << int(VELT_REPORT_MONTH);
+        QTest::newRow("yearly") << int(NETINFO_YEARLY) << int(VELT_REPORT_YEAR);
+        QTest::newRow("unknown type") << 7 << int(VELT_REPORT_TODAY);
+    }
+
+    void storedPeriodsAskTheirReportKind()
+    {
+        QFETCH(int, type);
+        QFETCH(int, kind);
+        for (int k = VELT_REPORT_LIVE; k <= VELT_REPORT_YEAR; ++k)
+            m_sdk->setReport(k, record(k * 100 + 1, k * 100 + 2, k * 100 + 3));
+        NetInfoData data;
+        QVERIFY(!NetInfoUILogic::Instance()->GetStatistics(static_cast<_enNetInfoType>(type), data));
+        QCOMPARE(data.ullUpData, quint64(kind * 100 + 1));
+        QCOMPARE(data.ullDownData, quint64(kind * 100 + 2));
+        QCOMPARE(data.ullDuration, quint64(kind * 100 + 3));
+    }
+
+    void largeCountsSurvive()
+    {
+        const quint64 big = (quint64(1) << 40) + 7;
+        m_sdk->setReport(VELT_REPORT_YEAR, record(big, big * 2, 400 * 3600));
+        NetInfoData data;
+        QVERIFY(!NetInfoUILogic::Instance()->GetStatistics(NETINFO_YEARLY, data));
+        QCOMPARE(data.ullUpData, big);
+        QCOMPARE(data.ullDownData, big * 2);
+    }
+
+    void failedQueriesLeaveTheirOutputAlone_data()
+    {
+        QTest::addColumn<SdkCall>("call");
+        QTest::addColumn<QString>("query");
+        QTest::newRow("stored period") << SdkCall::GetReport << "statistics";
+        QTest::newRow("history") << SdkCall::GetSpecHistory << "history";
+        QTest::newRow("last reset") << SdkCall::GetReport << "reset time";
+        QTest::newRow("reset") << SdkCall::Reset << "reset";
+    }
+
+    void failedQueriesLeaveTheirOutputAlone()
+    {
+        QFETCH(SdkCall, call);
+        QFETCH(QString, query);
+        m_sdk->setReport(VELT_REPORT_MONTH, record(9, 9, 9));
+        m_sdk->setHistory(record(9, 9, 9));
+        NetInfoUILogic* logic = NetInfoUILogic::Instance();
+        NetInfoData data{1, 2, 3};
+        QString text = QStringLiteral("before");
+        m_sdk->failNext(call);
+
+        bool failed = false;
+        if (query == QLatin1String("statistics")) {
+            failed = logic->GetStatistics(NETINFO_MONTHLY, data);
+        } else if (query == QLatin1String("history")) {
+            logic->GetHistrorySpecData(60, data);
+            failed = true; // reports nothing; the record tells
+        } else if (query == QLatin1String("reset time")) {
+            failed = logic->GetLastResetTime(text);
+        } else {
+            m_sdk->setReport(VELT_REPORT_TODAY, record(5, 5, 5));
+            failed = logic->ResetStatistics();
+            QCOMPARE(m_sdk->reportFor(VELT_REPORT_TODAY).bytesSent, quint64(5));
+        }
+        QVERIFY2(failed, "a failed SDK call is reported as true");
+        QCOMPARE(data.ullUpData, 1ull);
+        QCOMPARE(data.ullDownData, 2ull);
+        QCOMPARE(data.ullDuration, 3ull);
+        QCOMPARE(text, QStringLiteral("before"));
+    }
+
+    void historyKeyIsUnsigned_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<quint64>("sdkKey");
+        QTest::newRow("an hour") << 3600 << quint64(3600);
+        QTest::newRow("zero") << 0 << quint64(0);
+        QTest::newRow("negative becomes zero") << -1 << quint64(0);
+        QTest::newRow("largest") << std::numeric_limits<int>::max() << quint64(std::numeric_limits<int>::max());
+    }
+
+    void historyKeyIsUnsigned()
+    {
+        QFETCH(int, key);
+        QFETCH(quint64, sdkKey);
+        m_sdk->setHistory(record(11, 22, 33));
+        NetInfoData data;
+        NetInfoUILogic::Instance()->GetHistrorySpecData(key, data);
+        QCOMPARE(m_sdk->lastHistoryKey(), sdkKey);
+        QCOMPARE(data.ullUpData, 11ull);
+        QCOMPARE(data.ullDownData, 22ull);
+        QCOMPARE(data.ullDuration, 33ull);
+    }
+
+    void resetClearsAndStampsTheResetTime()
+    {
+        m_sdk->setReport(VELT_REPORT_TODAY, record(5, 6, 7));
+        NetInfoUILogic* logic = NetInfoUILogic::Instance();
+        QVERIFY(!logic->ResetStatistics());
+        NetInfoData data{1, 1, 1};
+        QVERIFY(!logic->GetStatistics(NETINFO_DAILY, data));
+        QCOMPARE(data.ullUpData + data.ullDownData + data.ullDuration, 0ull);
+
+        QString text;
+        QVERIFY(!logic->GetLastResetTime(text));
+        QCOMPARE(text, QLocale::system().toString(QDateTime::fromSecsSinceEpoch(kResetTime), QLocale::ShortFormat));
+    }
+
+    void durationText_data()
+    {
+        QTest::addColumn<qlonglong>("seconds");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("zero") << 0ll << "00:00:00";
+        QTest::newRow("just under an hour") << 3599ll << "00:59:59";
+        QTest::newRow("one of each") << 3661ll << "01:01:01";
+        QTest::newRow("ten hours") << 36000ll << "10:00:00";
+        QTest::newRow("a hundred hours") << 360000ll << "100:00:00";
+    }
+
+    void durationText()
+    {
+        QFETCH(qlonglong, seconds);
+        QFETCH(QString, text);
+        QString result;
+        NetInfoUILogic::Instance()->convertTimeToString(seconds, result);
+        QCOMPARE(result, text);
+        QString appended = QStringLiteral(">");
+        NetInfoUILogic::Instance()->convertTimeToString(seconds, appended);
+        QCOMPARE(appended, QLatin1Char('>') + text);
+    }
+
+    void callbackPaths_data()
+    {
+        QTest::addColumn<int>("event");
+        QTest::addColumn<int>("firstByte"); // -1: null data
+        QTest::addColumn<bool>("reportFails");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QVariantList>("emitted"); // empty: nothing emitted
+        QTest::addColumn<int>("reportCalls");
+
+        const QVariantList live{QVariant::fromValue(300ul), QVariant::fromValue(4000ul),
+                                QVariant::fromValue(qulonglong(1) << 33), QVariant::fromValue(qulonglong(777)),
+                                QStringLiteral("01:00:05")};
+        const QVariantList idle{QVariant::fromValue(0ul), QVariant::fromValue(0ul), QVariant::fromValue(0ull),
+                                QVariant::fromValue(0ull), QStringLiteral("00:00:00")};
+        QTest::newRow("other event") << 7999 << 1 << false << 1 << QVariantList() << 0;
+        QTest::newRow("null data") << 8000 << -1 << false << 0 << QVariantList() << 0;
+        QTest::newRow("disconnected") << 8000 << 0 << false << 1 << idle << 0;
+        QTest::newRow("connected") << 8000 << 1 << false << 1 << live << 1;
+        QTest::newRow("live report fails") << 8000 << 1 << true << 1 << QVariantList() << 1;
+    }
+
+    void callbackPaths()
+    {
+        QFETCH(int, event);
+        QFETCH(int, firstByte);
+        QFETCH(bool, reportFails);
+        QFETCH(int, result);
+        QFETCH(QVariantList, emitted);
+        QFETCH(int, reportCalls);
+
+        m_sdk->setReport(VELT_REPORT_LIVE, record(qulonglong(1) << 33, 777, 3605, 300, 4000));
+        if (reportFails)
+            m_sdk->failNext(SdkCall::GetReport);
+        QSignalSpy spy(NetInfoUILogic::Instance(), &NetInfoUILogic::statisticsChanged);
+        unsigned char data = static_cast<unsigned char>(firstByte);
+        QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(event, firstByte < 0 ? nullptr : &data), result);
+        QCOMPARE(spy.size(), emitted.isEmpty() ? 0 : 1);
+        if (!emitted.isEmpty())
+            QCOMPARE(spy.first(), emitted);
+        QCOMPARE(m_sdk->callCount(SdkCall::GetReport), reportCalls);
+    }
+
+    void callbackWithoutBridgeDoesNothing()
+    {
+        NetInfoUILogic::Destroy();
+        unsigned char connected = 1;
+        QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(8000, &connected), 0);
+        QCOMPARE(m_sdk->callCount(SdkCall::GetReport), 0);
+    }
+
+    void tickFromTheSdkThreadArrivesQueued()
+    {
+        NetInfoUILogic* logic = initialisedLogic(configDocument({}));
+        m_sdk->setConnected(true);
+        m_sdk->setReport(VELT_REPORT_LIVE, record(10, 20, 30, 1, 2));
+
+        QObject receiver; // lives on this (the GUI) thread
+        QList<QThread*> threads;
+        QList<qulonglong> received;
+        connect(logic, &NetInfoUILogic::statisticsChanged, &receiver,
+                [&](unsigned long, unsigned long, qulonglong, qulonglong down, const QString&) {
+                    threads << QThread::currentThread();
+                    received << down;
+                });
+        m_sdk->tickOnSdkThread();
+        QVERIFY2(received.isEmpty(), "a tick from another thread must not be delivered there");
+        QTRY_COMPARE(received.size(), 1);
+        QCOMPARE(threads.first(), QThread::currentThread());
+        QCOMPARE(received.first(), 20ull);
+    }
+
+    void secondInitRegistersAgainAndRebuilds()
+    {
+        NetInfoUILogic* logic = initialisedLogic(
+            configDocument("<function><item name=\"SHOWGRAPH\" value=\"true\"/></function>"
+                           "<speedunit><item name=\"KB/s\" value=\"1024\"/></speedunit>"));
+        const int entries = logic->mergedConfig().size();
+        QCOMPARE(logic->Init(), 0);
+        QCOMPARE(m_sdk->callCount(SdkCall::Register), 2);
+        QCOMPARE(logic->mergedConfig().size(), entries);
+
+        QSignalSpy spy(logic, &NetInfoUILogic::statisticsChanged);
+        m_sdk->tick();
+        QCOMPARE(spy.size(), 1); // registered twice, called once
+    }
+
+    void failedRegistrationDoesNotStopInit()
+    {
+        m_sdk->failNext(SdkCall::Register);
+        NetInfoUILogic* logic = initialisedLogic(configDocument("<function><item name=\"A\" value=\"true\"/></function>"));
+        QVERIFY(logic->IsFunctionEnable(QStringLiteral("A")));
+        QSignalSpy spy(logic, &NetInfoUILogic::statisticsChanged);
+        m_sdk->tick();
+        QCOMPARE(spy.size(), 0);
+    }
+
+    void initResult_data()
+    {
+        QTest::addColumn<QByteArray>("config"); // null: no file
+        QTest::addColumn<QByteArray>("edition");
+        QTest::addColumn<bool>("nameFails");
+        QTest::addColumn<int>("result");
+
+        const QByteArray good = configDocument("<function><item name=\"A\" value=\"true\"/></function>");
+        QTest::newRow("common edition") << good << QByteArray("common") << false << 0;
+        QTest::newRow("empty edition name") << good << QByteArray() << false << 0;
+        QTest::newRow("named edition") << good << QByteArray("edition") << false << 0;
+        QTest::newRow("edition name unavailable") << good << QByteArray("edition") << true << 1;
+        QTest::newRow("no file") << QByteArray() << QByteArray("common") << false << 3;
+        QTest::newRow("broken file") << QByteArray("<veltdoc><group>") << QByteArray("common") << false << 6;
+    }
+
+    void initResult()
+    {
+        QFETCH(QByteArray, config);
+        QFETCH(QByteArray, edition);
+        QFETCH(bool, nameFails);
+        QFETCH(int, result);
+        if (!config.isNull())
+            QVERIFY(m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config));
+        m_sdk->setCustomizeName(edition);
+        if (nameFails)
+            m_sdk->failNext(SdkCall::GetCustomizeName);
+        if (result == 3)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^File .* does not exist$")));
+        if (result == 6)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Read Error")));
+        NetInfoUILogic* logic = NetInfoUILogic::Instance();
+        QCOMPARE(logic->Init(), result);
+        QCOMPARE(logic->IsFunctionEnable(QStringLiteral("A")), result == 0 || result == 1);
+        QCOMPARE(m_sdk->callCount(SdkCall::Register), 1);
+    }
+
+    void switches_data()
+    {
+        QTest::addColumn<QByteArray>("common");
+        QTest::addColumn<QByteArray>("edition");
+        QTest::addColumn<bool>("enabled");
+        const QByteArray on = "<function><item name=\"SHOWGRAPH\" value=\"true\"/></function>";
+        const QByteArray off = "<function><item name=\"SHOWGRAPH\" value=\"false\"/></function>";
+        QTest::newRow("on") << on << QByteArray() << true;
+        QTest::newRow("capital True is off")
+            << QByteArray("<function><item name=\"SHOWGRAPH\" value=\"True\"/></function>") << QByteArray() << false;
+        QTest::newRow("absent") << QByteArray() << QByteArray() << false;
+        QTest::newRow("last of two wins")
+            << QByteArray("<function><item name=\"SHOWGRAPH\" value=\"true\"/>"
+                          "<item name=\"SHOWGRAPH\" value=\"false\"/></function>")
+            << QByteArray() << false;
+        QTest::newRow("edition overrides common") << on << off << false;
+        QTest::newRow("edition switches on") << off << on << true;
+        QTest::newRow("name is case-sensitive")
+            << QByteArray("<function><item name=\"showgraph\" value=\"true\"/></function>") << QByteArray() << false;
+        QTest::newRow("category plays no part")
+            << QByteArray("<format><item name=\"SHOWGRAPH\" value=\"true\"/></format>") << QByteArray() << true;
+    }
+
+    void switches()
+    {
+        QFETCH(QByteArray, common);
+        QFETCH(QByteArray, edition);
+        QFETCH(bool, enabled);
+        NetInfoUILogic* logic = initialisedLogic(configDocument(common, edition), "edition");
+        QCOMPARE(logic->IsFunctionEnable(QStringLiteral("SHOWGRAPH")), enabled);
+    }
+
+    void editionUnitsReplaceTheirTable_data()
+    {
+        QTest::addColumn<QByteArray>("edition");
+        QTest::addColumn<QStringList>("speeds");
+        QTest::addColumn<QStringList>("fluxes");
+        const QStringList commonSpeeds{"KB/s", "B/s"};
+        const QStringList commonFluxes{"B", "MB", "KB"};
+        QTest::newRow("no edition units") << QByteArray() << commonSpeeds << commonFluxes;
+        QTest::newRow("one speed unit")
+            << QByteArray("<speedunit><item name=\"bit/s\" value=\"1\"/></speedunit>") << QStringList{"bit/s"}
+            << commonFluxes;
+        QTest::newRow("both tables")
+            << QByteArray("<fluxunit><item name=\"GB\"/><item name=\"TB\"/></fluxunit>"
+                          "<speedunit><item name=\"MB/s\"/></speedunit>")
+            << QStringList{"MB/s"} << QStringList{"GB", "TB"};
+    }
+
+    void editionUnitsReplaceTheirTable()
+    {
+        QFETCH(QByteArray, edition);
+        QFETCH(QStringList, speeds);
+        QFETCH(QStringList, fluxes);
+        NetInfoUILogic* logic = initialisedLogic(
+            configDocument("<speedunit><item name=\"KB/s\" value=\"1024\"/><item name=\"B/s\" value=\"1\"/></speedunit>"
+                           "<fluxunit><item name=\"B\"/><item name=\"MB\"/><item name=\"KB\"/></fluxunit>",
+                           edition),
+            "edition");
+        QVector<TagUnits> speedUnits, fluxUnits;
+        logic->GetSpeedUnitData(speedUnits);
+        logic->GetFluxUnitData(fluxUnits);
+        QCOMPARE(unitNames(speedUnits), speeds);
+        QCOMPARE(unitNames(fluxUnits), fluxes);
+    }
+
+    void unitFieldsAreParsed()
+    {
+        NetInfoUILogic* logic = initialisedLogic(configDocument(
+            "<fluxunit><item name=\"MB\" value=\"1048576\" type=\"1099511627776\" langResID=\"IDS_UNIT_MB\"/>"
+            "<item name=\"odd\" value=\"lots\" type=\"-3\"/></fluxunit>"));
+        QVector<TagUnits> units{TagUnits{QStringLiteral("kept"), 1, 1, {}}};
+        logic->GetFluxUnitData(units);
+        QCOMPARE(unitNames(units), QStringList({"kept", "MB", "odd"}));
+        QCOMPARE(units[1].iValue, 1048576);
+        QCOMPARE(units[1].ullType, 1099511627776ull);
+        QCOMPARE(units[1].strLangResID, QStringLiteral("IDS_UNIT_MB"));
+        QCOMPARE(units[2].iValue, 0);
+        QCOMPARE(units[2].ullType, 0ull);
+    }
+
+    void shippedConfigurationMergesTheEdition()
+    {
+        QVERIFY(m_home->installDataFile(QStringLiteral("NetInfoUIExConfig.xml")));
+        NetInfoUILogic* logic = initialisedLogic(QByteArray(), "datacard");
+        QVector<TagUnits> speedUnits, fluxUnits;
+        logic->GetSpeedUnitData(speedUnits);
+        logic->GetFluxUnitData(fluxUnits);
+        QCOMPARE(speedUnits.first().strName, QStringLiteral("B/s"));
+        QCOMPARE(fluxUnits.size(), 5);
+        QVERIFY2(fluxUnits.at(1).iValue > 0, "the data limit's unit needs a factor");
+        QVERIFY(!logic->IsFunctionEnable(QStringLiteral("RESETALLDATA")));
+        QVERIFY(logic->IsFunctionEnable(QStringLiteral("SHOWGRAPH")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLogic)
+#include "tst_plugin_logic.moc"
