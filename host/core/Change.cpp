@@ -79,7 +79,7 @@ bool Change::LoadLanguage(const QString& language)
     next->setParent(app);
     state.translator = next.release();
     state.name = language;
-    qCInfo(lcHost, "Change: language \"%s\" loaded from %s", qUtf8Printable(language), qUtf8Printable(file));
+    qCDebug(lcHost, "Change: language \"%s\" loaded from %s", qUtf8Printable(language), qUtf8Printable(file));
     return true;
 }
 
