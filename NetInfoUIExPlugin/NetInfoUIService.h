@@ -1,0 +1,215 @@
+// The plug-in's view: the statistics tree with its live and stored figures,
+// the status panel handed to the host, and the settings page the host's
+// settings dialog embeds.
+#pragma once
+
+#include "ISettingUIPlugin.h"
+#include "NetInfoTypes.h"
+
+#include <QIcon>
+#include <QObject>
+#include <QRect>
+#include <QString>
+#include <QVector>
+
+class GridDelegateLayout;
+class INotifyService;
+class NetInfoSettingUIPlugin;
+class NetInfoUILogic;
+class QFormLayout;
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class QSplitter;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QVBoxLayout;
+class QWidget;
+
+class CNetInfoUIService : public QObject, public ISettingUIPlugin
+{
+    Q_OBJECT
+    Q_INTERFACES(ISettingUIPlugin)
+public:
+    static CNetInfoUIService* instance();
+    static void Destroy();
+
+    int Init();
+    int ShowWindow(QWidget* parent, QRect& rect);
+    int DoModal();
+    int Hide();
+    int FitSize(QRect& rect);
+    int Notify(unsigned int msg, unsigned int param1, unsigned int param2);
+    void unSDKRegisterEvent();
+    void OnDestroy();
+
+    bool IsActiveSetting() override;
+    bool OnClickSettingOkButton() override;
+    bool OnClickSettingCancelButton() override;
+    bool ShowSettingDialog(QWidget* parent, QRect& rect) override;
+    QString GetModuleName() override;
+    bool HideSetting() override;
+
+    QString tr(QString key);
+    QWidget* GetWigetTopLevel();
+    void CreateNetInfoWidget();
+    bool isPluginAvailable(QString name);
+    QIcon setIcon(QString path);
+
+    // The connection status last notified (all bits set before the first)
+    // and whether it counts as connected.
+    unsigned int connectState() const { return m_iConnectState; }
+    bool isConnected() const { return m_bConnected; }
+
+signals:
+    void ResetAllData();
+    void getXMLUnit(QString text);
+
+public slots:
+    void onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData,
+                             QString stringTime);
+    void movedSplitter(int iPos, int iIndex);
+
+private:
+    CNetInfoUIService();
+    ~CNetInfoUIService() override;
+
+    // Widget tree and layout.
+    void createMainWidget();
+    void createLeftWidget();
+    void createStatisticsWidget();
+    void addUpLoadWidgetStatisticsWidget();
+    void addDownLoadWidgetStatisticsWidget();
+    void addStatisticsNodeComponets();
+    void addStatisticsMonthlyNode();
+    void addStatisticsYearlyNode();
+    void addNoteInTree();
+    void checkTreeColumnWidth(QTreeWidgetItem* item);
+    void enableScroll();
+    QIcon treeIcon(const char* name);
+    QString transferLabel();
+    QString zeroValue(const QVector<TagUnits>& units);
+
+    // Figures and texts.
+    int updateStoredStatistics();
+    void updateTransferStrings();
+    void updateStatisticsStrings();
+    void setSpeedLanguage();
+    void translateCachedLabels();
+
+    static CNetInfoUIService* m_pInstance;
+
+    QWidget* m_pMainWidget = nullptr;
+    QWidget* m_pTopLevel = nullptr;
+    QSplitter* m_pSplitter = nullptr;
+    QWidget* m_pLeftWidget = nullptr;
+    QTreeWidget* m_pTree = nullptr;
+    GridDelegateLayout* m_pDelegate = nullptr;
+    QTreeWidgetItem* m_pNoteItem = nullptr;
+
+    QTreeWidgetItem* m_pTransferNode = nullptr;
+    QTreeWidgetItem* m_pTransferTimeItem = nullptr;
+    QTreeWidgetItem* m_pUploadNode = nullptr;
+    QTreeWidgetItem* m_pUploadSpeedItem = nullptr;
+    QTreeWidgetItem* m_pUploadDataItem = nullptr;
+    QTreeWidgetItem* m_pDownloadNode = nullptr;
+    QTreeWidgetItem* m_pDownloadSpeedItem = nullptr;
+    QTreeWidgetItem* m_pDownloadDataItem = nullptr;
+    QTreeWidgetItem* m_pStatisticsNode = nullptr;
+    QTreeWidgetItem* m_pLastResetItem = nullptr;
+    QTreeWidgetItem* m_pDailyNode = nullptr;
+    QTreeWidgetItem* m_pDailyUploadedItem = nullptr;
+    QTreeWidgetItem* m_pDailyDownloadedItem = nullptr;
+    QTreeWidgetItem* m_pMonthlyNode = nullptr;
+    QTreeWidgetItem* m_pMonthlyUploadedItem = nullptr;
+    QTreeWidgetItem* m_pMonthlyDownloadedItem = nullptr;
+    QTreeWidgetItem* m_pYearlyNode = nullptr;
+    QTreeWidgetItem* m_pYearlyUploadedItem = nullptr;
+    QTreeWidgetItem* m_pYearlyDownloadedItem = nullptr;
+    QTreeWidgetItem* m_pSpacerItem = nullptr;
+
+    // The limit area: built by Init() so that the note in the tree can
+    // replace it; its content comes with the limit panel.
+    QWidget* m_pLimitRow = nullptr;
+    QWidget* m_pLimitArea = nullptr;
+    QLabel* m_pLimitMsgLabel = nullptr;
+    QLabel* m_pDataVolumeLabel = nullptr;
+    QLabel* m_pTimeVolumeLabel = nullptr;
+    QPushButton* m_pResetButton = nullptr;
+    QPushButton* m_pSetLimitButton = nullptr;
+
+    INotifyService* m_pNotifyService = nullptr;
+
+    QVBoxLayout* m_pLeftLayout = nullptr;
+    QHBoxLayout* m_pMainLayout = nullptr;
+    QVBoxLayout* m_pLimitLayout = nullptr;
+    QHBoxLayout* m_pLimitRowLayout = nullptr;
+
+    NetInfoUILogic* m_pLogic = nullptr;
+    NetInfoSettingUIPlugin* m_pSettingPlugin = nullptr;
+
+    QWidget* m_pStatPanel = nullptr;
+    QFormLayout* m_pStatLayout = nullptr;
+    QLabel* m_pDurationLabel = nullptr;
+    QLabel* m_pUpSpeedLabel = nullptr;
+    QLabel* m_pDownSpeedLabel = nullptr;
+    QLabel* m_pDataSentLabel = nullptr;
+    QLabel* m_pDataReceivedLabel = nullptr;
+    QLabel* m_pTotalDataLabel = nullptr;
+    QLabel* m_pDurationNameLabel = nullptr;
+    QLabel* m_pUpSpeedNameLabel = nullptr;
+    QLabel* m_pDownSpeedNameLabel = nullptr;
+    QLabel* m_pDataSentNameLabel = nullptr;
+    QLabel* m_pDataReceivedNameLabel = nullptr;
+    QLabel* m_pTotalDataNameLabel = nullptr;
+
+    bool m_bSettingActive = false;
+
+    QString m_strSpeed;
+    QString m_strData;
+    QString m_strTime;
+    QString m_strUploaded;
+    QString m_strDownloaded;
+    QString m_strLastReset;
+    QString m_strDuration;
+
+    quint32 m_ulUpSpeed = 0;
+    quint32 m_ulDownSpeed = 0;
+    quint64 m_ullUpData = 0;
+    quint64 m_ullDownData = 0;
+
+    QString m_strDurationText;
+    QString m_strUpSpeedText;
+    QString m_strDownSpeedText;
+    QString m_strDataSentText;
+    QString m_strDataReceivedText;
+    QString m_strTotalDataText;
+
+    // Data warnings: armed once per period, re-armed on (re)connecting.
+    bool m_bDataWarnBeforeArmed = true;
+    bool m_bDataWarnAfterArmed = true;
+    bool m_bDataWarnBeforeShown = false;
+
+    bool m_bDataVolumeLimit = false;
+    bool m_bTimeVolumeLimit = false;
+
+    NetInfoData m_dailyData;
+    NetInfoData m_weeklyData;
+    NetInfoData m_specHistoryData;
+    NetInfoData m_monthlyData;
+    NetInfoData m_yearlyData;
+
+    NetInfoData m_dailySnapshot;
+    NetInfoData m_weeklySnapshot;
+    NetInfoData m_monthlySnapshot;
+    NetInfoData m_yearlySnapshot;
+    NetInfoData m_specHistorySnapshot;
+
+    unsigned int m_iConnectState = ~0u;
+    bool m_bConnected = false;
+    int m_iColumnWidth = 280;
+    QRect m_rcLast;
+
+    QVector<TagUnits> m_vecSpeedUnits;
+    QVector<TagUnits> m_vecFluxUnits;
+};
