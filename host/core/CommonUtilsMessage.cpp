@@ -108,6 +108,9 @@ int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QStr
         logAnswer(title, text, code, "hook");
         return code;
     }
+    if (hook)
+        qCWarning(lcHost, "CommonUtils: the message hook needs a QApplication; not called for \"%s\"",
+                  qUtf8Printable(title));
     if (const int code = scriptedAnswer(keys)) {
         logAnswer(title, text, code, "NETINFO_MESSAGE_ANSWER");
         return code;

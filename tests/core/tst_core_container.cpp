@@ -22,8 +22,6 @@ private slots:
     void cleanup();
     void lookup_data();
     void lookup();
-    void availability_data();
-    void availability();
     void registerReplaces();
     void refusesBadRegistration();
     void startupContainer();
@@ -42,24 +40,28 @@ void TestContainer::lookup_data()
 {
     QTest::addColumn<QString>("id");
     QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("deleteObject");
     QTest::addColumn<bool>("unregister");
-    QTest::addColumn<bool>("found");
+    QTest::addColumn<bool>("found");     // by id and kind
+    QTest::addColumn<bool>("available"); // by name
 
-    QTest::newRow("found") << kId << 8209 << false << false << true;
-    QTest::newRow("wrong kind") << kId << 4113 << false << false << false;
-    QTest::newRow("unknown id") << "no-such-id" << 8209 << false << false << false;
-    QTest::newRow("deleted object") << kId << 8209 << true << false << false;
-    QTest::newRow("unregistered") << kId << 8209 << false << true << false;
+    QTest::newRow("found") << kId << 8209 << "Service" << false << false << true << true;
+    QTest::newRow("wrong kind") << kId << 4113 << "Service" << false << false << false << true;
+    QTest::newRow("unknown id, other name") << "no-such-id" << 8209 << "Other" << false << false << false << false;
+    QTest::newRow("deleted object") << kId << 8209 << "Service" << true << false << false << false;
+    QTest::newRow("unregistered") << kId << 8209 << "Service" << false << true << false << false;
 }
 
 void TestContainer::lookup()
 {
     QFETCH(QString, id);
     QFETCH(int, kind);
+    QFETCH(QString, name);
     QFETCH(bool, deleteObject);
     QFETCH(bool, unregister);
     QFETCH(bool, found);
+    QFETCH(bool, available);
 
     PluginContainer container;
     auto object = std::make_unique<QObject>();
@@ -71,37 +73,7 @@ void TestContainer::lookup()
         container.UnregisterPlugin(kId, 8209);
 
     QCOMPARE(container.GetPlugin(id, kind), found ? raw : nullptr);
-}
-
-void TestContainer::availability_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("deleteObject");
-    QTest::addColumn<bool>("unregister");
-    QTest::addColumn<int>("available");
-
-    QTest::newRow("registered") << "NetInfoUIExPlugin" << false << false << 1;
-    QTest::newRow("other name") << "SomethingElse" << false << false << 0;
-    QTest::newRow("deleted object") << "NetInfoUIExPlugin" << true << false << 0;
-    QTest::newRow("unregistered") << "NetInfoUIExPlugin" << false << true << 0;
-}
-
-void TestContainer::availability()
-{
-    QFETCH(QString, name);
-    QFETCH(bool, deleteObject);
-    QFETCH(bool, unregister);
-    QFETCH(int, available);
-
-    PluginContainer container;
-    auto object = std::make_unique<QObject>();
-    container.RegisterPlugin(kId, 1, QStringLiteral("NetInfoUIExPlugin"), object.get());
-    if (deleteObject)
-        object.reset();
-    if (unregister)
-        container.UnregisterPlugin(kId, 1);
-
-    QCOMPARE(container.IsPluginAvailable(name) != 0, available != 0);
+    QCOMPARE(container.IsPluginAvailable(name) != 0, available);
 }
 
 void TestContainer::registerReplaces()
