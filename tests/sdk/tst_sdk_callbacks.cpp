@@ -7,6 +7,7 @@
 #include <chrono>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 using velt::Sdk;
 using velt::SimulatedBackend;
@@ -21,8 +22,10 @@ struct Call
     quint64 liveReceived; // what the callback read back from the SDK
 };
 
+// A std::vector, so that the copies handed out share nothing with the
+// list that the ticking thread appends to.
 std::mutex g_mutex;
-QList<Call> g_calls;
+std::vector<Call> g_calls;
 
 void record(char who, int event, void* data)
 {
@@ -33,13 +36,13 @@ void record(char who, int event, void* data)
     if (VELT_Statistics_GetReport(VELT_REPORT_LIVE, report.data(), 0) == 0)
         call.liveReceived = velt::readReport(report.constData()).bytesReceived;
     std::lock_guard lock(g_mutex);
-    g_calls.append(call);
+    g_calls.push_back(call);
 }
 
 QList<Call> calls()
 {
     std::lock_guard lock(g_mutex);
-    return g_calls;
+    return QList<Call>(g_calls.begin(), g_calls.end());
 }
 
 QByteArray callers()

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <mutex>
+#include <vector>
 
 using velt::SimulatedBackend;
 using velt::StatisticsRecord;
@@ -24,8 +25,10 @@ struct Snapshot
     std::array<StatisticsRecord, VELT_REPORT_YEAR + 1> kinds;
 };
 
+// A std::vector, so that the copies handed out share nothing with the
+// list that the demo thread appends to.
 std::mutex g_mutex;
-QList<Snapshot> g_snapshots;
+std::vector<Snapshot> g_snapshots;
 
 int snapshotCallback(int, void* data)
 {
@@ -37,7 +40,7 @@ int snapshotCallback(int, void* data)
             snapshot.kinds[kind] = velt::readReport(report.constData());
     }
     std::lock_guard lock(g_mutex);
-    g_snapshots.append(snapshot);
+    g_snapshots.push_back(snapshot);
     return 1;
 }
 
@@ -50,7 +53,7 @@ int snapshotCount()
 QList<Snapshot> snapshots()
 {
     std::lock_guard lock(g_mutex);
-    return g_snapshots;
+    return QList<Snapshot>(g_snapshots.begin(), g_snapshots.end());
 }
 
 void clearSnapshots()
@@ -124,7 +127,8 @@ QList<Snapshot> TstSdkSimulated::runDemo(int ticks, quint32 seed)
     clearSnapshots();
     m_backend->startDemo(std::chrono::milliseconds(1), seed);
     // A short list on time-out fails the caller's checks.
-    QTest::qWaitFor([ticks] { return snapshotCount() >= ticks; }, 60000);
+    if (!QTest::qWaitFor([ticks] { return snapshotCount() >= ticks; }, 60000))
+        qWarning("the demo produced only %d of %d ticks", snapshotCount(), ticks);
     m_backend->stopDemo();
     return snapshots();
 }
