@@ -27,13 +27,12 @@ void ExtendDialog::AddMainWidget(QWidget* widget)
         delete previous;
     }
     m_pLayout->addWidget(widget);
-    m_pMainWidget = widget;
 }
 
 QWidget* ExtendDialog::MainWidget() const
 {
-    // The layout forgets a widget that is deleted behind the frame's back;
-    // m_pMainWidget alone could dangle.
+    // Asking the layout rather than keeping a pointer: it forgets a widget
+    // that is deleted behind the frame's back.
     QLayoutItem* item = m_pLayout->count() > 0 ? m_pLayout->itemAt(0) : nullptr;
     return item ? item->widget() : nullptr;
 }

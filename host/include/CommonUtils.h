@@ -25,9 +25,10 @@ public:
     // translated here. Returns QMessageBox::Ok (1024) for the first button,
     // QMessageBox::Cancel for the second and QMessageBox::Ignore for the
     // third; closing the box counts as the last button. With modal false the
-    // box is shown without waiting and 0 is returned; *dialog (when given)
-    // receives the box in either case while it lives. The trailing string and
-    // flag are reserved.
+    // box is shown without waiting, deletes itself when closed, and 0 is
+    // returned; *dialog (when given) receives it (hold it in a QPointer). For
+    // a modal box *dialog is reset to null before returning. The trailing
+    // string and flag are reserved.
     static int ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QString& title,
                            const QString& text, const QString& button1, const QString& button2,
                            const QString& button3, bool modal, Qt::WindowFlags flags,
@@ -35,7 +36,7 @@ public:
 
     // Answers message boxes without showing them: the hook gets the fully
     // built box and returns the button code. For tests and scripted runs;
-    // pass an empty function to show boxes again. The environment variable
+    // pass an empty function to show boxes again. Needs a QApplication. The environment variable
     // NETINFO_MESSAGE_ANSWER (1, 2 or 3: the button) does the same for a run.
     using MessageHook = std::function<int(QMessageBox& box)>;
     static void SetMessageHook(MessageHook hook);

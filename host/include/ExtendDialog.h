@@ -20,5 +20,4 @@ public:
 
 private:
     QVBoxLayout* m_pLayout = nullptr;
-    QWidget* m_pMainWidget = nullptr;
 };

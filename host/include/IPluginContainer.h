@@ -9,7 +9,8 @@ class IPluginContainer
 {
 public:
     virtual ~IPluginContainer() = default;
-    // The object registered under id and kind, or null.
+    // The object registered under id and kind, or null. Ids compare exactly,
+    // case included.
     virtual QObject* GetPlugin(const QString& id, int kind) = 0;
     // Registers (or replaces) an object; name answers IsPluginAvailable.
     virtual void RegisterPlugin(const QString& id, int kind, const QString& name, QObject* plugin) = 0;
