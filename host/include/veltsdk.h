@@ -36,8 +36,9 @@ enum {
     VELT_REPORT_YEAR = 5        /* since 1 January */
 };
 
-/* The statistics-changed event; the first byte of its data is 1 while
- * connected, else 0. */
+/* The statistics-changed event. Its data is one byte: 1 while connected,
+ * else 0. Callbacks may be called on any thread; once UnRegister returns, the
+ * callback is not running and will not be called again. */
 enum { VELT_EVENT_STATISTICS_CHANGED = 8000 };
 
 /* Size of the buffer that VELT_DevSrv_GetCustomizeName fills. */
@@ -45,9 +46,11 @@ enum { VELT_CUSTOMIZE_NAME_SIZE = 128 };
 
 typedef int (*VELT_StatisticsCallback)(int event, void* data);
 
+/* reserved is ignored; pass 0. */
 VELTSDK_EXPORT int VELT_Statistics_GetReport(int kind, void* report, int reserved);
 /* The usage of the last `key` seconds. */
 VELTSDK_EXPORT int VELT_Statistics_GetSpecHistroryData(void* report, unsigned long long key);
+/* Clears the stored usage and records the reset time; flag is ignored (0). */
 VELTSDK_EXPORT int VELT_Statistics_Reset(int flag);
 VELTSDK_EXPORT int VELT_Statistics_RegisterStatisticsCallbackEvent(int (*callback)(int event, void* data));
 VELTSDK_EXPORT int VELT_Statistics_UnRegisterStatisticsCallbackEvent(int (*callback)(int event, void* data));
