@@ -9,16 +9,14 @@
 
 #include <memory>
 
+Q_DECLARE_METATYPE(velt::StatisticsRecord)
+
 namespace velt {
 inline char* toString(const StatisticsRecord& r)
 {
     return QTest::toString(QStringLiteral("{received %1, sent %2, rx %3/s, tx %4/s, %5 s, reset %6}")
-                               .arg(r.bytesReceived)
-                               .arg(r.bytesSent)
-                               .arg(r.receiveSpeed)
-                               .arg(r.sendSpeed)
-                               .arg(r.duration)
-                               .arg(r.resetTime));
+                               .arg(r.bytesReceived).arg(r.bytesSent).arg(r.receiveSpeed)
+                               .arg(r.sendSpeed).arg(r.duration).arg(r.resetTime));
 }
 } // namespace velt
 
@@ -33,12 +31,13 @@ inline velt::SimulatedBackend* installFreshBackend(velt::SimulatedBackend::Clock
 inline velt::StatisticsRecord record(quint64 received, quint64 sent, quint32 rx, quint32 tx, qint64 seconds,
                                      quint32 resetTime = 0)
 {
-    velt::StatisticsRecord r;
-    r.bytesReceived = received;
-    r.bytesSent = sent;
-    r.receiveSpeed = rx;
-    r.sendSpeed = tx;
-    r.duration = seconds;
-    r.resetTime = resetTime;
-    return r;
+    return velt::StatisticsRecord{received, sent, rx, tx, seconds, resetTime};
+}
+
+// What the C API reports for `kind` right now; a failed call gives all zeros.
+inline velt::StatisticsRecord fetchReport(int kind)
+{
+    QByteArray report(VELT_STATISTICS_REPORT_SIZE, 0);
+    VELT_Statistics_GetReport(kind, report.data(), 0);
+    return velt::readReport(report.constData());
 }

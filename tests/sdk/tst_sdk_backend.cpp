@@ -1,0 +1,272 @@
+// Statistics callbacks, the ticks that reach them, backend swaps, and the
+// simulated backend's reset and demo traffic.
+#include "SdkTestSupport.h"
+
+#include <array>
+#include <atomic>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+using velt::Sdk;
+using velt::SimulatedBackend;
+using velt::StatisticsRecord;
+using Reports = std::array<StatisticsRecord, VELT_REPORT_YEAR + 1>;
+
+namespace {
+constexpr qint64 kNow = 1'700'000'000;
+
+// What one callback saw on one tick, the reports read back through the C API.
+struct Call { char who; int event; int firstByte; std::thread::id thread; Reports reports; };
+
+// A std::vector, so that the copies handed out share nothing with the list a ticking thread appends to.
+std::mutex g_mutex;
+std::vector<Call> g_calls;
+
+QList<Call> calls(bool clear = false)
+{
+    std::lock_guard lock(g_mutex);
+    const QList<Call> copy(g_calls.begin(), g_calls.end());
+    if (clear)
+        g_calls.clear();
+    return copy;
+}
+
+void note(char who, int event, void* data, VELT_StatisticsCallback unregister = nullptr)
+{
+    Call call{who, event, data ? *static_cast<unsigned char*>(data) : -1, std::this_thread::get_id(), {}};
+    for (int kind = VELT_REPORT_LIVE; kind <= VELT_REPORT_YEAR; ++kind)
+        call.reports[kind] = fetchReport(kind);
+    {
+        std::lock_guard lock(g_mutex);
+        g_calls.push_back(call);
+    }
+    if (unregister)
+        VELT_Statistics_UnRegisterStatisticsCallbackEvent(unregister);
+}
+
+int callbackA(int event, void* data) { return note('A', event, data), 1; }
+int callbackB(int event, void* data) { return note('B', event, data), 1; }
+int unregistersItself(int event, void* data) { return note('S', event, data, unregistersItself), 1; }
+int unregistersB(int event, void* data) { return note('U', event, data, callbackB), 1; }
+
+// The callback a registration script names by letter; anything else is null.
+VELT_StatisticsCallback callbackFor(char letter)
+{
+    const QByteArray letters("ABSU");
+    const VELT_StatisticsCallback callbacks[] = {callbackA, callbackB, unregistersItself, unregistersB};
+    return letters.contains(letter) ? callbacks[letters.indexOf(letter)] : nullptr;
+}
+
+// Holds its tick until released, to catch an unregistration that does not wait.
+std::atomic<bool> g_slowEntered{false}, g_slowRelease{false}, g_slowFinished{false};
+int slowCallback(int, void*)
+{
+    g_slowEntered = true;
+    for (int i = 0; i < 5000 && !g_slowRelease; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    g_slowFinished = true;
+    return 1;
+}
+
+// The reports of the first `ticks` demo ticks, from `seed`; fewer if the demo stalls.
+QList<Reports> runDemo(SimulatedBackend* backend, int ticks, quint32 seed)
+{
+    calls(true);
+    backend->startDemo(std::chrono::milliseconds(1), seed);
+    (void)QTest::qWaitFor([ticks] { return calls().size() >= ticks; }, 60000);
+    backend->stopDemo();
+    QList<Reports> reports;
+    for (const Call& call : calls().mid(0, ticks))
+        reports << call.reports;
+    return reports;
+}
+} // namespace
+
+class TstSdkBackend : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_backend = installFreshBackend([] { return kNow; });
+        calls(true);
+    }
+    void cleanup()
+    {
+        if (SimulatedBackend* current = SimulatedBackend::current())
+            current->stopDemo();
+        for (char who : QByteArray("ABSU"))
+            Sdk::instance().unregisterCallback(callbackFor(who));
+        Sdk::instance().unregisterCallback(slowCallback);
+    }
+
+    void registration_data()
+    {
+        // "+X" registers and "-X" unregisters callback X ('0' is null), "!" expects that to fail;
+        // "t" ticks here and "T" on the SDK's thread. S unregisters itself, U unregisters B.
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QByteArray>("callers");
+        QTest::newRow("once per function") << QByteArray("+A +A +B t t -A t") << QByteArray("ABABB");
+        QTest::newRow("unregister unknown") << QByteArray("+B -A! t") << QByteArray("B");
+        QTest::newRow("unregister twice") << QByteArray("+A +B t -A -A! t") << QByteArray("ABB");
+        QTest::newRow("null") << QByteArray("+B +0! -0! t") << QByteArray("B");
+        QTest::newRow("unregister during tick") << QByteArray("+S +U +B +A T T") << QByteArray("SUAUA");
+    }
+
+    void registration()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QByteArray, callers);
+        for (const QByteArray& step : script.split(' ')) {
+            if (step == "t" || step == "T") {
+                step == "t" ? m_backend->tick() : m_backend->tickOnSdkThread();
+                continue;
+            }
+            VELT_StatisticsCallback callback = callbackFor(step.at(1));
+            const int result = step.startsWith('+') ? VELT_Statistics_RegisterStatisticsCallbackEvent(callback)
+                                                    : VELT_Statistics_UnRegisterStatisticsCallbackEvent(callback);
+            QVERIFY2((result != 0) == step.endsWith('!'), step.constData());
+        }
+        QByteArray seen;
+        for (const Call& call : calls())
+            seen += call.who;
+        QCOMPARE(seen, callers);
+    }
+
+    void tickCarriesConnectionState_data()
+    {
+        QTest::addColumn<bool>("connected");
+        QTest::addColumn<bool>("onSdkThread");
+        for (bool connected : {true, false}) {
+            for (bool onSdkThread : {false, true})
+                QTest::addRow("connected %d, SDK thread %d", connected, onSdkThread) << connected << onSdkThread;
+        }
+    }
+
+    void tickCarriesConnectionState()
+    {
+        QFETCH(bool, connected);
+        QFETCH(bool, onSdkThread);
+        QCOMPARE(VELT_Statistics_RegisterStatisticsCallbackEvent(callbackA), 0);
+        m_backend->setReport(VELT_REPORT_LIVE, record(4242, 1, 0, 0, 1));
+        m_backend->setConnected(connected);
+
+        onSdkThread ? m_backend->tickOnSdkThread() : m_backend->tick();
+
+        // Already run when the call returns; the callback may query the SDK.
+        const QList<Call> seen = calls();
+        QCOMPARE(seen.size(), 1);
+        QCOMPARE(seen.first().event, int(VELT_EVENT_STATISTICS_CHANGED));
+        QCOMPARE(seen.first().firstByte, connected ? 1 : 0);
+        QCOMPARE(seen.first().thread != std::this_thread::get_id(), onSdkThread);
+        QCOMPARE(seen.first().reports[VELT_REPORT_LIVE].bytesReceived, quint64(4242));
+    }
+
+    void unregisterWaitsForRunningCallback()
+    {
+        g_slowEntered = g_slowRelease = g_slowFinished = false;
+        QCOMPARE(VELT_Statistics_RegisterStatisticsCallbackEvent(slowCallback), 0);
+        std::thread ticker([this] { m_backend->tickOnSdkThread(); });
+        QTRY_VERIFY(g_slowEntered.load());
+
+        std::atomic<bool> finishedWhenUnregistered{false};
+        std::thread unregisterer([&] {
+            VELT_Statistics_UnRegisterStatisticsCallbackEvent(slowCallback);
+            finishedWhenUnregistered = g_slowFinished.load();
+        });
+        QTest::qWait(100); // a correct unregistration blocks meanwhile
+        g_slowRelease = true;
+        unregisterer.join();
+        ticker.join();
+
+        QVERIFY2(finishedWhenUnregistered.load(), "unregistration returned while the callback still ran");
+    }
+
+    void backendSwap()
+    {
+        QCOMPARE(VELT_Statistics_RegisterStatisticsCallbackEvent(callbackA), 0);
+        m_backend->startDemo(std::chrono::milliseconds(1));
+        QTRY_VERIFY(calls().size() >= 3);
+
+        SimulatedBackend* next = installFreshBackend();
+        QCOMPARE(SimulatedBackend::current(), next);
+        const int before = calls().size();
+        next->setReport(VELT_REPORT_LIVE, record(333, 0, 0, 0, 0));
+        QTest::qWait(20); // time for the old backend's demo to tick, were it still running
+        next->tickOnSdkThread();
+
+        // The old backend is silent; the registration survives and reads the new one.
+        QCOMPARE(calls().size(), before + 1);
+        QCOMPARE(calls().last().reports[VELT_REPORT_LIVE].bytesReceived, quint64(333));
+
+        // Null restores a default simulated backend.
+        Sdk::instance().setBackend(nullptr);
+        QVERIFY(SimulatedBackend::current() && SimulatedBackend::current() != next);
+    }
+
+    void resetSemantics_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<StatisticsRecord>("expected");
+        QTest::newRow("live untouched") << int(VELT_REPORT_LIVE) << record(1000, 100, 50, 5, 60, 7);
+        QTest::newRow("last reset stamped") << int(VELT_REPORT_LAST_RESET) << record(1002, 102, 52, 7, 62, quint32(kNow));
+        for (int kind : {VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR})
+            QTest::addRow("kind %d cleared", kind) << kind << StatisticsRecord();
+    }
+
+    void resetSemantics()
+    {
+        QFETCH(int, kind);
+        QFETCH(StatisticsRecord, expected);
+        for (int k = VELT_REPORT_LIVE; k <= VELT_REPORT_YEAR; ++k)
+            m_backend->setReport(k, record(1000 + k, 100 + k, 50 + k, 5 + k, 60 + k, 7));
+        m_backend->setHistory(record(9, 9, 9, 9, 9, 9));
+
+        QCOMPARE(VELT_Statistics_Reset(0), 0);
+
+        QCOMPARE(fetchReport(kind), expected);
+        QByteArray history(VELT_STATISTICS_REPORT_SIZE, 1);
+        QCOMPARE(VELT_Statistics_GetSpecHistroryData(history.data(), 86400), 0);
+        QCOMPARE(velt::readReport(history.constData()), StatisticsRecord());
+    }
+
+    void demo_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        QTest::newRow("default") << SimulatedBackend::DefaultSeed;
+        QTest::newRow("largest") << quint32(0xffffffffu);
+    }
+
+    void demo()
+    {
+        QFETCH(quint32, seed);
+        QCOMPARE(VELT_Statistics_RegisterStatisticsCallbackEvent(callbackA), 0);
+        const QList<Reports> seen = runDemo(m_backend, 100, seed);
+        const int afterStop = calls().size();
+        QTest::qWait(20);
+        QCOMPARE(calls().size(), afterStop); // stopped means no further ticks
+        QCOMPARE(seen.size(), 100);
+
+        // Every tick adds one second at the current speeds to every counter.
+        for (int i = 1; i < seen.size(); ++i) {
+            const Reports& before = seen.at(i - 1);
+            const Reports& now = seen.at(i);
+            for (int kind : {VELT_REPORT_LIVE, VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR})
+                QVERIFY2(now[kind].bytesReceived - before[kind].bytesReceived == now[0].receiveSpeed
+                             && now[kind].bytesSent - before[kind].bytesSent == now[0].sendSpeed
+                             && now[kind].duration == before[kind].duration + 1,
+                         qPrintable(QStringLiteral("tick %1, kind %2").arg(i).arg(kind)));
+        }
+        // A restart on the same backend replays the same figures; another seed does not.
+        QVERIFY(runDemo(m_backend, 100, seed) == seen);
+        QVERIFY(runDemo(m_backend, 100, seed + 1) != seen);
+    }
+
+private:
+    SimulatedBackend* m_backend = nullptr;
+};
+
+QTEST_GUILESS_MAIN(TstSdkBackend)
+#include "tst_sdk_backend.moc"
