@@ -1,0 +1,386 @@
+#include "Change.h"
+#include "CommonUtils.h"
+#include "HostIds.h"
+#include "HostServices.h"
+#include "IMainFrameUIService.h"
+#include "INotifyService.h"
+#include "PluginContainer.h"
+#include "Startup.h"
+#include "ExtendDialog.h"
+#include "MainFrameService.h"
+#include "TestHome.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+#include <QtTest>
+
+#include <memory>
+
+Q_DECLARE_METATYPE(TagUnits)
+
+namespace {
+
+const QString kModule = QStringLiteral("NetInfoUIExPlugin");
+const QString kId = QStringLiteral("11111111-2222-3333-4444-555555555555");
+const QString kNotifyId = QString::fromLatin1(HostIds::NotifyServicePlugin);
+const QString kMainFrameId = QString::fromLatin1(HostIds::MainFramePlugin);
+constexpr unsigned long long KiB = 1024, MiB = KiB * 1024, GiB = MiB * 1024, TiB = GiB * 1024;
+
+// The codes ShowMessage answers with for its first, second and third button.
+const QMessageBox::StandardButton kCodes[] = {QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Ignore};
+
+int showMessage(const QStringList& keys, bool modal = true, QDialog** dialog = nullptr, QWidget* parent = nullptr)
+{
+    // Flags without a window type must still give a window, not a child widget of parent.
+    return CommonUtils::ShowMessage(QMessageBox::Warning, parent, QStringLiteral("Title"), QStringLiteral("Text"),
+                                    keys.value(0), keys.value(1), keys.value(2), modal, Qt::WindowStaysOnTopHint,
+                                    dialog, {}, true);
+}
+
+QAbstractButton* buttonWithText(const QMessageBox& box, const QString& text)
+{
+    for (QAbstractButton* button : box.buttons()) {
+        if (button->text() == text)
+            return button;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class TestHost : public QObject
+{
+    Q_OBJECT
+    std::unique_ptr<TestHome> m_home;
+
+private slots:
+    void initTestCase()
+    {
+        m_home = std::make_unique<TestHome>();
+        QVERIFY(m_home->isValid());
+        QVERIFY2(m_home->installTranslations(), "no compiled translations in the build tree");
+        QFile corrupt(m_home->homePath() + "/translations/netinfo_yy.qm");
+        QVERIFY(corrupt.open(QIODevice::WriteOnly) && corrupt.write("not a translation file") > 0);
+        // Before any language is loaded the keys themselves are shown.
+        QVERIFY(Change::CurrentLanguage().isEmpty());
+        QCOMPARE(Change::tr("IDS_TREE_DAILY", kModule), QStringLiteral("IDS_TREE_DAILY"));
+        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
+    }
+
+    void cleanup()
+    {
+        Startup::SetPluginContainer(Startup::DefaultPluginContainer());
+        CommonUtils::SetMessageHook({});
+        qunsetenv("NETINFO_MESSAGE_ANSWER");
+    }
+
+    void translation_data()
+    {
+        QTest::addColumn<QString>("failingLanguage"); // loaded after "en"; must fail and keep "en"
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("context");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("translated") << "" << "IDS_TREE_DAILY" << kModule << "Today";
+        QTest::newRow("placeholder kept") << "" << "IDS_TRENDS_SPEED" << kModule << "Speed (%s)";
+        QTest::newRow("unknown key") << "" << "IDS_NO_SUCH_KEY" << kModule << "IDS_NO_SUCH_KEY";
+        QTest::newRow("other context") << "" << "IDS_TREE_DAILY" << "SomethingElse" << "IDS_TREE_DAILY";
+        QTest::newRow("missing language") << "xx" << "IDS_TREE_DAILY" << kModule << "Today";
+        QTest::newRow("corrupt file") << "yy" << "IDS_TREE_DAILY" << kModule << "Today";
+        QTest::newRow("path outside the home") << "../../en" << "IDS_TREE_DAILY" << kModule << "Today";
+    }
+
+    void translation()
+    {
+        QFETCH(QString, failingLanguage);
+        QFETCH(QString, key);
+        QFETCH(QString, context);
+        QFETCH(QString, expected);
+
+        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
+        if (!failingLanguage.isEmpty()) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Change: ")));
+            QVERIFY(!Change::LoadLanguage(failingLanguage));
+        }
+        QCOMPARE(Change::CurrentLanguage(), QStringLiteral("en"));
+        QCOMPARE(Change::tr(key, context), expected);
+    }
+
+    void fluxToString_data()
+    {
+        QTest::addColumn<qulonglong>("value");
+        QTest::addColumn<TagUnitsTable>("table");
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("expected");
+
+        // Names differ from the translations so the label shows which one was used.
+        const TagUnitsTable flux = {{"byte", 0, 1, "IDS_UNIT_BYTE"}, {"kilo", 0, KiB, "IDS_UNIT_KB"},
+                                    {"mega", 0, MiB, "IDS_UNIT_MB"}, {"giga", 0, GiB, "IDS_UNIT_GB"},
+                                    {"tera", 0, TiB, "IDS_UNIT_TB"}};
+        const TagUnitsTable shuffled = {flux[3], flux[0], flux[4], flux[2], flux[1]};
+        const TagUnitsTable onlyIValue = {{"B", 1, 0, {}}, {"KB", 1024, 0, {}}};
+        const TagUnitsTable noBytes = {{"MB", 0, MiB, {}}, {"KB", 0, KiB, {}}};
+        QTest::newRow("zero") << 0ull << flux << "C" << "0 B";
+        QTest::newRow("1023 bytes") << 1023ull << flux << "C" << "1023 B";
+        QTest::newRow("1024") << KiB << flux << "C" << "1.00 KB";
+        QTest::newRow("5 MiB") << 5 * MiB << flux << "C" << "5.00 MB";
+        QTest::newRow("above 2^32") << 6 * GiB + 512 * MiB << flux << "C" << "6.50 GB";
+        QTest::newRow("beyond the largest unit") << 2048 * TiB << flux << "C" << "2048.00 TB";
+        QTest::newRow("unsorted") << 1536ull << shuffled << "C" << "1.50 KB";
+        QTest::newRow("only iValue") << 2048ull << onlyIValue << "C" << "2.00 KB";
+        QTest::newRow("below every unit") << 100ull << noBytes << "C" << "0.10 KB";
+        QTest::newRow("empty table") << 1536ull << TagUnitsTable() << "C" << "1536";
+        QTest::newRow("decimal comma") << 1536ull << flux << "de_DE" << "1,50 KB";
+        QTest::newRow("decimal comma, empty table") << 1234567ull << TagUnitsTable() << "de_DE" << "1.234.567";
+    }
+
+    void fluxToString()
+    {
+        QFETCH(qulonglong, value);
+        QFETCH(TagUnitsTable, table);
+        QFETCH(QString, locale);
+        QFETCH(QString, expected);
+
+        QCOMPARE(CommonUtils::SpeedFluxToString(value, table, kModule, QLocale(locale)), expected);
+    }
+
+    void unitToString()
+    {
+        const TagUnitsTable speed = {{"kbps", 0, KiB, "IDS_UNIT_KBPS"}, {"bps", 0, 1, "IDS_UNIT_BPS"}};
+        QCOMPARE(CommonUtils::SpeedUnitToString(speed, kModule), QStringLiteral("KB/s")); // entry 0, not the smallest
+        QCOMPARE(CommonUtils::SpeedUnitToString({{"kB/s", 0, KiB, {}}}, kModule), QStringLiteral("kB/s"));
+        QCOMPARE(CommonUtils::SpeedUnitToString({}, kModule), QString());
+    }
+
+    void containerLookup()
+    {
+        PluginContainer container;
+        auto object = std::make_unique<QObject>();
+        QObject replaced;
+        container.RegisterPlugin(kId, 8209, QStringLiteral("Old"), &replaced);
+        container.RegisterPlugin(kId, 8209, QStringLiteral("Service"), object.get());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refusing to register")));
+        container.RegisterPlugin(kId, 8209, QStringLiteral("Null"), nullptr);
+        QCOMPARE(container.GetPlugin(kId, 8209), object.get());
+        QCOMPARE(container.GetPlugin(kId, 4113), nullptr);
+        QCOMPARE(container.GetPlugin(QStringLiteral("no-such-id"), 8209), nullptr);
+        QVERIFY(container.IsPluginAvailable(QStringLiteral("Service")));
+        QCOMPARE(container.IsPluginAvailable(QStringLiteral("Old")), 0);
+
+        object.reset();
+        QCOMPARE(container.GetPlugin(kId, 8209), nullptr);
+        QCOMPARE(container.IsPluginAvailable(QStringLiteral("Service")), 0);
+    }
+
+    void startupContainer()
+    {
+        QCOMPARE(Startup::GetPluginContainer(), Startup::DefaultPluginContainer());
+        PluginContainer own;
+        Startup::SetPluginContainer(&own);
+        QCOMPARE(Startup::GetPluginContainer(), &own);
+
+        Startup::SetPluginContainer(nullptr);
+        QCOMPARE(Startup::GetPluginContainer(), nullptr);
+        // Without a container the services still work; plug-ins just cannot find them.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no plug-in container")));
+        HostServices services;
+        QCOMPARE(services.notifyService()->Notify(QStringLiteral("x"), 1, 0, 0), 0);
+    }
+
+    void hostServices()
+    {
+        IPluginContainer* container = Startup::GetPluginContainer();
+        QObject replacement;
+        {
+            HostServices services;
+            auto* notify = qobject_cast<INotifyService*>(container->GetPlugin(kNotifyId, HostIds::NotifyServiceKind));
+            QCOMPARE(notify, services.notifyService());
+            QVERIFY(qobject_cast<IMainFrameUIService*>(container->GetPlugin(kMainFrameId, HostIds::MainFrameKind)));
+            QVERIFY(container->IsPluginAvailable(QStringLiteral("MainFrame")));
+
+            QSignalSpy spy(services.notifyService(), &NotifyService::notified);
+            const quintptr panel = 0x7f0012345678; // a widget address; carried, never touched
+            const QString target = QString::fromLatin1(HostIds::StatusPanelTarget);
+            QCOMPARE(notify->Notify(target, HostIds::EventStatusPanel, panel, quintptr(7)), 0);
+            QCOMPARE(spy.count(), 1);
+            QCOMPARE(spy[0], (QVariantList{target, HostIds::EventStatusPanel, QVariant::fromValue(panel),
+                                           QVariant::fromValue(quintptr(7))}));
+            // Whatever replaced a service meanwhile stays when the services go.
+            container->RegisterPlugin(kNotifyId, HostIds::NotifyServiceKind, QStringLiteral("Other"), &replacement);
+        }
+        QCOMPARE(container->GetPlugin(kNotifyId, HostIds::NotifyServiceKind), &replacement);
+        QCOMPARE(container->GetPlugin(kMainFrameId, HostIds::MainFrameKind), nullptr);
+        container->UnregisterPlugin(kNotifyId, HostIds::NotifyServiceKind);
+    }
+
+    void settings()
+    {
+        CommonUtils::SetSettings("uselimit", "startmonthdate", 15);
+        CommonUtils::SetSettings("uselimit", "startmonthdate", "last");
+        CommonUtils::SetSettings("", "language", "en");
+        QCOMPARE(CommonUtils::GetSettings("uselimit", "startmonthdate").toString(), QStringLiteral("last"));
+        QCOMPARE(CommonUtils::GetSettings("uselimit", "nosuchkey", 42).toInt(), 42);
+        // The statistics service reads the file, so the values must be on disk.
+        QFile file(m_home->configHome() + "/netinfo/netinfo-host.conf");
+        QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName() + " not written"));
+        const QString content = QString::fromUtf8(file.readAll());
+        for (const char* line : {"[uselimit]", "startmonthdate=last", "language=en"})
+            QVERIFY2(content.contains(QLatin1String(line)), qPrintable(content));
+    }
+
+    void messageBox_data()
+    {
+        QTest::addColumn<QStringList>("keys");
+        QTest::addColumn<QStringList>("texts"); // of the first, second and third button; "" for none
+        QTest::addColumn<QString>("clicked");   // the label the hook clicks, as a user would
+        QTest::addColumn<int>("expected");
+
+        const QStringList three = {"IDS_YES", "IDS_NO", "IDS_OK"}, threeTexts = {"Yes", "No", "OK"};
+        QTest::newRow("first") << three << threeTexts << "Yes" << int(QMessageBox::Ok);
+        QTest::newRow("second") << three << threeTexts << "No" << int(QMessageBox::Cancel);
+        QTest::newRow("third") << three << threeTexts << "OK" << int(QMessageBox::Ignore);
+        QTest::newRow("gap in the middle") << QStringList{"IDS_OK", "", "IDS_NO"} << QStringList{"OK", "", "No"}
+                                           << "No" << int(QMessageBox::Ignore);
+        QTest::newRow("untranslated key") << QStringList{"IDS_NO_SUCH_KEY"} << QStringList{"IDS_NO_SUCH_KEY", "", ""}
+                                          << "IDS_NO_SUCH_KEY" << int(QMessageBox::Ok);
+    }
+
+    void messageBox()
+    {
+        QFETCH(QStringList, keys);
+        QFETCH(QStringList, texts);
+        QFETCH(QString, clicked);
+        QFETCH(int, expected);
+
+        QWidget parent;
+        QDialog* dialog = nullptr;
+        bool sawDialog = false;
+        auto check = [&](QMessageBox& box) { // QCOMPARE needs a void function
+            sawDialog = dialog == &box;
+            QVERIFY(box.isWindow() && box.parentWidget() == &parent);
+            QVERIFY(box.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+            QStringList seen;
+            for (auto code : kCodes)
+                seen << (box.button(code) ? box.button(code)->text() : QString());
+            QCOMPARE(seen, texts);
+            // Escape (closing the box) counts as the last button.
+            const int last = int(texts.lastIndexOf(QRegularExpression(QStringLiteral(".+"))));
+            QCOMPARE(box.escapeButton(), box.button(kCodes[last]));
+        };
+        CommonUtils::SetMessageHook([&](QMessageBox& box) {
+            check(box);
+            QAbstractButton* button = buttonWithText(box, clicked);
+            return button ? int(box.standardButton(button)) : -1;
+        });
+        QCOMPARE(showMessage(keys, true, &dialog, &parent), expected);
+        QVERIFY2(sawDialog && !dialog, "the out-pointer must hold the box only while it is open");
+    }
+
+    void scriptedAnswer()
+    {
+        qputenv("NETINFO_MESSAGE_ANSWER", "3");
+        QCOMPARE(showMessage({"IDS_YES", "IDS_NO", "IDS_OK"}, false), int(QMessageBox::Ignore));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("does not have")));
+        QCOMPARE(showMessage({"IDS_YES", "IDS_NO"}), int(QMessageBox::Cancel)); // no such button: closed
+        CommonUtils::SetMessageHook([](QMessageBox&) { return 17; });
+        QCOMPARE(showMessage({"IDS_OK"}), 17); // a hook wins over the environment
+
+        // An answer out of range shows the box; non-modal, it deletes itself when answered.
+        CommonUtils::SetMessageHook({});
+        qputenv("NETINFO_MESSAGE_ANSWER", "7");
+        QDialog* dialog = nullptr;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("must be 1, 2 or 3")));
+        QCOMPARE(showMessage({"IDS_YES", "IDS_NO"}, false, &dialog), 0);
+        QPointer<QMessageBox> box(qobject_cast<QMessageBox*>(dialog));
+        QVERIFY(box && box->isVisible() && !box->isModal());
+        QAbstractButton* no = buttonWithText(*box, QStringLiteral("No"));
+        QVERIFY(no);
+        no->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!box);
+    }
+
+    void elidedText_data()
+    {
+        QTest::addColumn<bool>("checkBox");
+        QTest::addColumn<int>("mode");
+
+        QTest::newRow("push button") << false << int(Qt::ElideRight);
+        QTest::newRow("check box") << true << int(Qt::ElideRight);
+        QTest::newRow("elide left") << false << int(Qt::ElideLeft);
+        QTest::newRow("no eliding") << false << int(Qt::ElideNone);
+    }
+
+    void elidedText()
+    {
+        QFETCH(bool, checkBox);
+        QFETCH(int, mode);
+
+        const QString text = QStringLiteral("Warn at this percentage of the limit of the current usage period:");
+        std::unique_ptr<QAbstractButton> button(checkBox ? static_cast<QAbstractButton*>(new QCheckBox)
+                                                         : new QPushButton);
+        button->resize(120, 30);
+        const QString result = CommonUtils::AbstractButtonElidedText(button.get(), text, mode);
+        QCOMPARE(button->text(), result);
+        const QChar ellipsis(0x2026);
+        if (mode == Qt::ElideNone)
+            QCOMPARE(result, text);
+        else
+            QVERIFY2(mode == Qt::ElideLeft ? result.startsWith(ellipsis) : result.endsWith(ellipsis),
+                     qPrintable(result));
+        QVERIFY(mode == Qt::ElideNone || button->fontMetrics().horizontalAdvance(result) < button->width());
+    }
+
+    void extendDialogReplacesWidget()
+    {
+        ExtendDialog dialog;
+        QCOMPARE(dialog.MainWidget(), nullptr);
+        QPointer<QWidget> first = new QLabel(QStringLiteral("first"));
+        dialog.AddMainWidget(first);
+        QCOMPARE(dialog.MainWidget(), first.data());
+        QCOMPARE(first->parentWidget(), &dialog);
+
+        auto* second = new QLabel(QStringLiteral("second"));
+        dialog.AddMainWidget(second);
+        QVERIFY2(!first, "the replaced widget was not deleted");
+        dialog.AddMainWidget(second); // the same widget again: kept, not deleted
+        QCOMPARE(dialog.MainWidget(), second);
+        QCOMPARE(dialog.layout()->count(), 1);
+
+        delete second; // behind the dialog's back: forgotten, not deleted twice
+        QCOMPARE(dialog.MainWidget(), nullptr);
+    }
+
+    void mainFrameForgetsDeletedWidgets()
+    {
+        MainFrameService service;
+        auto window = std::make_unique<QWidget>();
+        auto* central = new QWidget(window.get());
+        service.SetTopLevelWidget(window.get());
+        service.SetCentralWidget(central);
+        QCOMPARE(service.GetTopLevelWidget(), window.get());
+        QCOMPARE(service.GetCentralWidget(), central);
+        window.reset();
+        QCOMPARE(service.GetTopLevelWidget(), nullptr);
+        QCOMPARE(service.GetCentralWidget(), nullptr);
+    }
+    // Last: it changes NETINFO_LIBRARY_PATH, which the translations are found by.
+    void libraryPath()
+    {
+        const QString home = m_home->homePath();
+        const QString aboveBinary = QFileInfo(QCoreApplication::applicationDirPath()).absolutePath();
+        auto pathWith = [](const QByteArray& env) {
+            env.isNull() ? qunsetenv("NETINFO_LIBRARY_PATH") : qputenv("NETINFO_LIBRARY_PATH", env);
+            return CommonUtils::GetPluginLibraryPath();
+        };
+        QCOMPARE(pathWith(QFile::encodeName(home)), home);
+        QCOMPARE(pathWith(QFile::encodeName(home + "/plugins/../")), home);
+        QCOMPARE(pathWith(QByteArray()), aboveBinary);
+        QCOMPARE(pathWith(""), aboveBinary);
+    }
+};
+
+QTEST_MAIN(TestHost)
+#include "tst_core_host.moc"
