@@ -11,6 +11,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QMessageBox>
 #include <QTextStream>
 
@@ -24,9 +25,14 @@ bool HostOptions::parse(const QApplication& app, HostOptions& options, QString& 
                                         QStringLiteral("file"));
     const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
                                        QStringLiteral("Quit after <seconds>."), QStringLiteral("seconds"));
+    const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Print the plug-in's trace lines."));
     parser.addOption(screenshot);
     parser.addOption(quitAfter);
+    parser.addOption(verbose);
     parser.process(app);
+
+    if (parser.isSet(verbose))
+        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
 
     options.screenshotPath = parser.value(screenshot);
     if (parser.isSet(quitAfter)) {
