@@ -87,6 +87,9 @@ private:
     void checkTreeColumnWidth(QTreeWidgetItem* item);
     void enableScroll();
     QIcon treeIcon(const char* name);
+    void showLiveValues(quint64 totalData);
+    void addTransferDirection(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* speedItem,
+                              QTreeWidgetItem* dataItem, const char* key, const char* icon, const char* labelKey);
     QString transferLabel();
     QString zeroValue(const QVector<TagUnits>& units);
 

@@ -31,32 +31,16 @@ void CNetInfoUIService::onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, 
     if (!m_pLogic)
         return;
 
-    if (m_pUploadSpeedItem) {
+    // Values are kept only for the rows that exist, as the re-labelling reads them.
+    if (m_pUploadSpeedItem)
         m_ulUpSpeed = static_cast<quint32>(ulUpSpeed);
-        m_strUpSpeedText = format(m_ulUpSpeed, m_vecSpeedUnits);
-        m_pUploadSpeedItem->setText(0, m_strSpeed + QLatin1Char(' ') + m_strUpSpeedText);
-        setLabel(m_pUpSpeedLabel, m_strUpSpeedText);
-    }
-    if (m_pUploadDataItem) {
+    if (m_pUploadDataItem)
         m_ullUpData = ullUpData;
-        m_strDataSentText = format(m_ullUpData, m_vecFluxUnits);
-        m_pUploadDataItem->setText(0, m_strData + QLatin1Char(' ') + m_strDataSentText);
-        setLabel(m_pDataSentLabel, m_strDataSentText);
-    }
-    if (m_pDownloadSpeedItem) {
+    if (m_pDownloadSpeedItem)
         m_ulDownSpeed = static_cast<quint32>(ulDownSpeed);
-        m_strDownSpeedText = format(m_ulDownSpeed, m_vecSpeedUnits);
-        m_pDownloadSpeedItem->setText(0, m_strSpeed + QLatin1Char(' ') + m_strDownSpeedText);
-        setLabel(m_pDownSpeedLabel, m_strDownSpeedText);
-    }
-    if (m_pDownloadDataItem) {
+    if (m_pDownloadDataItem)
         m_ullDownData = ullDownData;
-        m_strDataReceivedText = format(m_ullDownData, m_vecFluxUnits);
-        m_pDownloadDataItem->setText(0, m_strData + QLatin1Char(' ') + m_strDataReceivedText);
-        m_strTotalDataText = format(quint64(ullUpData) + quint64(ullDownData), m_vecFluxUnits);
-        setLabel(m_pDataReceivedLabel, m_strDataReceivedText);
-        setLabel(m_pTotalDataLabel, m_strTotalDataText);
-    }
+    showLiveValues(quint64(ullUpData) + quint64(ullDownData));
     if (m_pTransferTimeItem) {
         // A single blank asks for the labels only; the duration stays.
         if (stringTime != QLatin1String(" "))
@@ -145,30 +129,36 @@ void CNetInfoUIService::updateTransferStrings()
     }
 
     // Unit names are translated too, so the live values are formatted anew.
+    for (QTreeWidgetItem* item : {m_pUploadSpeedItem, m_pUploadDataItem, m_pDownloadSpeedItem, m_pDownloadDataItem}) {
+        if (item)
+            item->setIcon(0, valueIcon);
+    }
+    showLiveValues(m_ullUpData + m_ullDownData);
+}
+
+// The four live rows and their panel labels, from the kept values.
+void CNetInfoUIService::showLiveValues(quint64 totalData)
+{
+    const auto show = [](QTreeWidgetItem* item, const QString& caption, const QString& text, QLabel* label) {
+        item->setText(0, caption + QLatin1Char(' ') + text);
+        setLabel(label, text);
+    };
     if (m_pUploadSpeedItem) {
         m_strUpSpeedText = format(m_ulUpSpeed, m_vecSpeedUnits);
-        m_pUploadSpeedItem->setIcon(0, valueIcon);
-        m_pUploadSpeedItem->setText(0, m_strSpeed + QLatin1Char(' ') + m_strUpSpeedText);
-        setLabel(m_pUpSpeedLabel, m_strUpSpeedText);
+        show(m_pUploadSpeedItem, m_strSpeed, m_strUpSpeedText, m_pUpSpeedLabel);
     }
     if (m_pUploadDataItem) {
         m_strDataSentText = format(m_ullUpData, m_vecFluxUnits);
-        m_pUploadDataItem->setIcon(0, valueIcon);
-        m_pUploadDataItem->setText(0, m_strData + QLatin1Char(' ') + m_strDataSentText);
-        setLabel(m_pDataSentLabel, m_strDataSentText);
+        show(m_pUploadDataItem, m_strData, m_strDataSentText, m_pDataSentLabel);
     }
     if (m_pDownloadSpeedItem) {
         m_strDownSpeedText = format(m_ulDownSpeed, m_vecSpeedUnits);
-        m_pDownloadSpeedItem->setIcon(0, valueIcon);
-        m_pDownloadSpeedItem->setText(0, m_strSpeed + QLatin1Char(' ') + m_strDownSpeedText);
-        setLabel(m_pDownSpeedLabel, m_strDownSpeedText);
+        show(m_pDownloadSpeedItem, m_strSpeed, m_strDownSpeedText, m_pDownSpeedLabel);
     }
     if (m_pDownloadDataItem) {
         m_strDataReceivedText = format(m_ullDownData, m_vecFluxUnits);
-        m_pDownloadDataItem->setIcon(0, valueIcon);
-        m_pDownloadDataItem->setText(0, m_strData + QLatin1Char(' ') + m_strDataReceivedText);
-        m_strTotalDataText = format(m_ullUpData + m_ullDownData, m_vecFluxUnits);
-        setLabel(m_pDataReceivedLabel, m_strDataReceivedText);
+        show(m_pDownloadDataItem, m_strData, m_strDataReceivedText, m_pDataReceivedLabel);
+        m_strTotalDataText = format(totalData, m_vecFluxUnits);
         setLabel(m_pTotalDataLabel, m_strTotalDataText);
     }
 }

@@ -150,22 +150,8 @@ void CNetInfoUIService::addUpLoadWidgetStatisticsWidget()
     m_pUploadNode = new QTreeWidgetItem;
     m_pUploadSpeedItem = new QTreeWidgetItem;
     m_pUploadDataItem = new QTreeWidgetItem;
-    if (!m_pTransferNode || !m_pUploadNode || !m_pUploadSpeedItem || !m_pUploadDataItem || !m_pLogic) {
-        logMissing("addUpLoadWidgetStatisticsWidget", "Memory not allocated for widget");
-        return;
-    }
-    if (!m_pLogic->IsFunctionEnable(QStringLiteral("TRANSFERUPLOAD")))
-        return;
-    m_pTransferNode->addChild(m_pUploadNode);
-    m_pUploadNode->setIcon(0, treeIcon("Icon_02"));
-    m_pUploadNode->setText(0, tr(QStringLiteral("IDS_TREE_UPLOAD")));
-    m_pUploadNode->setExpanded(true);
-    m_pUploadNode->addChild(m_pUploadSpeedItem);
-    m_pUploadSpeedItem->setIcon(0, treeIcon("Icon_09"));
-    m_pUploadSpeedItem->setText(0, m_strSpeed + QLatin1Char(' ') + zeroValue(m_vecSpeedUnits));
-    m_pUploadNode->addChild(m_pUploadDataItem);
-    m_pUploadDataItem->setIcon(0, treeIcon("Icon_09"));
-    m_pUploadDataItem->setText(0, m_strData + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
+    addTransferDirection("addUpLoadWidgetStatisticsWidget", m_pUploadNode, m_pUploadSpeedItem, m_pUploadDataItem,
+                         "TRANSFERUPLOAD", "Icon_02", "IDS_TREE_UPLOAD");
 }
 
 void CNetInfoUIService::addDownLoadWidgetStatisticsWidget()
@@ -173,22 +159,32 @@ void CNetInfoUIService::addDownLoadWidgetStatisticsWidget()
     m_pDownloadNode = new QTreeWidgetItem;
     m_pDownloadSpeedItem = new QTreeWidgetItem;
     m_pDownloadDataItem = new QTreeWidgetItem;
-    if (!m_pTransferNode || !m_pDownloadNode || !m_pDownloadSpeedItem || !m_pDownloadDataItem || !m_pLogic) {
-        logMissing("addDownLoadWidgetStatisticsWidget", "Memory not allocated for widget");
+    addTransferDirection("addDownLoadWidgetStatisticsWidget", m_pDownloadNode, m_pDownloadSpeedItem,
+                         m_pDownloadDataItem, "TRANSFERDOWNLOAD", "Icon_03", "IDS_TREE_DOWNLOAD");
+}
+
+// Upload and download are twins: a node with a speed and a data row, attached
+// only when its switch is on.
+void CNetInfoUIService::addTransferDirection(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* speedItem,
+                                             QTreeWidgetItem* dataItem, const char* key, const char* icon,
+                                             const char* labelKey)
+{
+    if (!m_pTransferNode || !node || !speedItem || !dataItem || !m_pLogic) {
+        logMissing(function, "Memory not allocated for widget");
         return;
     }
-    if (!m_pLogic->IsFunctionEnable(QStringLiteral("TRANSFERDOWNLOAD")))
+    if (!m_pLogic->IsFunctionEnable(QLatin1String(key)))
         return;
-    m_pTransferNode->addChild(m_pDownloadNode);
-    m_pDownloadNode->setIcon(0, treeIcon("Icon_03"));
-    m_pDownloadNode->setText(0, tr(QStringLiteral("IDS_TREE_DOWNLOAD")));
-    m_pDownloadNode->setExpanded(true);
-    m_pDownloadNode->addChild(m_pDownloadSpeedItem);
-    m_pDownloadSpeedItem->setIcon(0, treeIcon("Icon_09"));
-    m_pDownloadSpeedItem->setText(0, m_strSpeed + QLatin1Char(' ') + zeroValue(m_vecSpeedUnits));
-    m_pDownloadNode->addChild(m_pDownloadDataItem);
-    m_pDownloadDataItem->setIcon(0, treeIcon("Icon_09"));
-    m_pDownloadDataItem->setText(0, m_strData + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
+    m_pTransferNode->addChild(node);
+    node->setIcon(0, treeIcon(icon));
+    node->setText(0, tr(QLatin1String(labelKey)));
+    node->setExpanded(true);
+    node->addChild(speedItem);
+    speedItem->setIcon(0, treeIcon("Icon_09"));
+    speedItem->setText(0, m_strSpeed + QLatin1Char(' ') + zeroValue(m_vecSpeedUnits));
+    node->addChild(dataItem);
+    dataItem->setIcon(0, treeIcon("Icon_09"));
+    dataItem->setText(0, m_strData + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
 }
 
 void CNetInfoUIService::addStatisticsNodeComponets()
