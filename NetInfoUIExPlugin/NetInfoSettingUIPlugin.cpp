@@ -60,3 +60,9 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings() { return true; }
 bool NetInfoSettingUIPlugin::CancelNetInfoSetting() { return true; }
 
 void NetInfoSettingUIPlugin::ongetXMLUnit(QString text) { m_strUnitText = text; }
+
+QString NetInfoSettingUIPlugin::getVolumeLimitSettings(QString key)
+{
+    Q_UNUSED(key);
+    return QString();
+}

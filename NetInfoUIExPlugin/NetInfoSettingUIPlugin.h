@@ -29,6 +29,7 @@ public:
     // The free-standing page the host's dialog embeds; null until built.
     QWidget* GetPageWidget() const { return m_pPageWidget; }
     QString unitText() const { return m_strUnitText; }
+    QString getVolumeLimitSettings(QString key);
 
 signals:
     void netInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds);

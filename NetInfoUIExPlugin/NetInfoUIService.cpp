@@ -3,6 +3,7 @@
 #include "NetInfoLog.h"
 #include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUILogic.h"
+#include "WarnPrompt.h"
 
 #include "Change.h"
 #include "HostIds.h"
@@ -83,13 +84,18 @@ int CNetInfoUIService::Init()
         m_pLogic->Init();
         m_pLogic->GetFluxUnitData(m_vecFluxUnits);
         m_pLogic->GetSpeedUnitData(m_vecSpeedUnits);
+        InitFluxData();
         m_bDataVolumeLimit = m_pLogic->IsFunctionEnable(QStringLiteral("DATAVOLUMELIMIT"));
         m_bTimeVolumeLimit = m_pLogic->IsFunctionEnable(QStringLiteral("TIMEVOLUMELIMIT"));
+        InitParam();
         connect(m_pLogic, &NetInfoUILogic::statisticsChanged, this, &CNetInfoUIService::onStatisticsChanged);
         // The bridge has no such slot, so this connection is refused and
         // ResetAllData() reaches nobody; resets never rely on it.
         connect(this, SIGNAL(ResetAllData()), m_pLogic, SLOT(onResetButtonClicked()));
     }
+    if (m_pSettingPlugin)
+        connect(m_pSettingPlugin, &NetInfoSettingUIPlugin::netInfoSettingsChanged, this,
+                &CNetInfoUIService::onNetInfoSettingsChanged);
 
     createMainWidget();
     return 1;
@@ -164,6 +170,7 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
         updateStoredStatistics();
         updateStatisticsStrings();
         updateTransferStrings();
+        updateDataVolumeStrings();
         setSpeedLanguage();
         if (m_pNoteItem)
             m_pNoteItem->setText(0, QStringLiteral("     ") + tr(QStringLiteral("IDS_NOTES")));
@@ -176,6 +183,9 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
             m_pTree->setColumnWidth(0, 280);
             m_pTree->setMinimumWidth(1);
         }
+        if (m_pWarnPrompt)
+            m_pWarnPrompt->SettingLanguage();
+        InitFluxData();
         if (m_pSettingPlugin)
             m_pSettingPlugin->InitNetInfoSetting();
         break;
@@ -194,6 +204,8 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
             }
         }
         m_bConnected = connected;
+        if (m_pWarnPrompt)
+            m_pWarnPrompt->updateDialog(m_bConnected);
         break;
     }
     case HostIds::MsgCreateStatusPanel:
@@ -377,6 +389,11 @@ void CNetInfoUIService::OnDestroy()
     m_pLimitMsgLabel = m_pDataVolumeLabel = m_pTimeVolumeLabel = nullptr;
     m_pLimitLayout = nullptr;
     m_pLimitRowLayout = nullptr;
+
+    delete m_pWarnPrompt;
+    m_pWarnPrompt = nullptr;
+    m_pDataProgress = m_pTimeProgress = nullptr;
+    m_pResetButton = m_pSetLimitButton = nullptr;
 
     // A panel that no host took is still ours.
     if (!m_pNotifyService)

@@ -6,14 +6,18 @@
 #include "ISettingUIPlugin.h"
 #include "NetInfoTypes.h"
 
+#include <QColor>
 #include <QIcon>
 #include <QObject>
 #include <QRect>
 #include <QString>
+#include <QTime>
 #include <QVector>
 
 class GridDelegateLayout;
 class INotifyService;
+class LwProgressBar;
+class NetInfoConfigParse;
 class NetInfoSettingUIPlugin;
 class NetInfoUILogic;
 class QFormLayout;
@@ -25,6 +29,7 @@ class QTreeWidget;
 class QTreeWidgetItem;
 class QVBoxLayout;
 class QWidget;
+class WarnPrompt;
 
 class CNetInfoUIService : public QObject, public ISettingUIPlugin
 {
@@ -61,6 +66,27 @@ public:
     unsigned int connectState() const { return m_iConnectState; }
     bool isConnected() const { return m_bConnected; }
 
+    // Usage limits: the settings as last loaded, the share of the limit used
+    // and the period shown.
+    void InitParam();
+    void InitDate();
+    void InitDataTimeVolLimit();
+    void InitFluxData();
+    unsigned int OperationPersent(long double used);
+    unsigned int TimeOperationPersent(long double used, unsigned long long limit);
+    void UpdateNewPeriodTipInfo();
+    void UpdatePeriodFields(NetInfoData oldRecord, NetInfoData newRecord);
+    QTime GetBeforeNowThreeMonthlyTime();
+    void ShowMonthly();
+    void ShowWeekly();
+    void ShowDaily();
+    void ShowSpecHistroy();
+    // Colour the bar for the amount used; 0 normal, 1 warning band, 2 limit reached.
+    unsigned int ShowDataColorPrompt(long double used);
+    unsigned int ShowTimeColorPrompt(long double used);
+    void setShowWarnDlg(QWidget* parent, QString text);
+    WarnPrompt* warnPrompt() const { return m_pWarnPrompt; }
+
 signals:
     void ResetAllData();
     void getXMLUnit(QString text);
@@ -68,7 +94,11 @@ signals:
 public slots:
     void onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData,
                              QString stringTime);
+    void onResetButtonClicked(); // TEMP-MERGE
+    void onSetLimitButtonClicked();
     void movedSplitter(int iPos, int iIndex);
+    void onNetInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds);
+    void onSelectDisconnectDialup();
 
 private:
     CNetInfoUIService();
@@ -92,6 +122,28 @@ private:
                               QTreeWidgetItem* dataItem, const char* key, const char* icon, const char* labelKey);
     QString transferLabel();
     QString zeroValue(const QVector<TagUnits>& units);
+
+    // The limit panel and its warnings.
+    void createVolumeLimitWidget();
+    void addDataVolumeWidget();
+    void updateDataVolumeStrings();
+    void UpdateTreeItems();
+    void showPeriod(void (CNetInfoUIService::*data)(), void (CNetInfoUIService::*time)());
+    void ShowDailyDataVolumeLimit();
+    void ShowWeeklyDataVolumeLimit();
+    void ShowMonthlyDataVolumeLimit();
+    void ShowSpecHistroyDataVolumeLimit();
+    void ShowDailyTimeVolumeLimit();
+    void ShowWeeklyTimeVolumeLimit();
+    void ShowMonthlyTimeVolumeLimit();
+    void ShowSpecHistroyTimeVolumeLimit();
+    void showDataVolumeLimit(const NetInfoData& record);
+    void showTimeVolumeLimit(const NetInfoData& record);
+    void warnAboutData(unsigned int state);
+    void warnAboutTime(unsigned int state);
+    QString limitSetting(const char* key) const;
+    NetInfoConfigParse* featureConfig() const;
+    QColor progressColor(const QString& name) const;
 
     // Figures and texts.
     int updateStoredStatistics();
@@ -140,6 +192,9 @@ private:
     QLabel* m_pTimeVolumeLabel = nullptr;
     QPushButton* m_pResetButton = nullptr;
     QPushButton* m_pSetLimitButton = nullptr;
+    LwProgressBar* m_pDataProgress = nullptr;
+    LwProgressBar* m_pTimeProgress = nullptr;
+    WarnPrompt* m_pWarnPrompt = nullptr;
 
     INotifyService* m_pNotifyService = nullptr;
 
@@ -193,8 +248,41 @@ private:
     bool m_bDataWarnAfterArmed = true;
     bool m_bDataWarnBeforeShown = false;
 
+    // Whether the product offers each limit at all.
     bool m_bDataVolumeLimit = false;
     bool m_bTimeVolumeLimit = false;
+
+    // The user's limit settings. Time warnings are armed from the file; the
+    // time percentage and block are never set, so time warns only at the limit.
+    bool m_bRecurrence = false;
+    bool m_bDataLimitOn = false;
+    bool m_bTimeLimitOn = false;
+    bool m_bDataWarnBefore = false;
+    bool m_bTimeWarnBefore = false;
+    bool m_bDataWarnAfter = false;
+    bool m_bTimeWarnAfter = false;
+    bool m_bDaily = false;
+    bool m_bWeekly = false;
+    bool m_bMonthly = false;
+    int m_iStartWeekDay = 0;
+    int m_iStartMonthDay = 0;
+    QString m_strStartDate;
+    bool m_bStartInFuture = false;
+    QTime m_startTime;
+    quint64 m_ullDataLimit = 0; // in the flux table's second unit
+    unsigned int m_uWarnPercentage = 0;
+    quint64 m_ullTimeLimit = 0; // hours
+    bool m_bTimeWarnBeforeArmed = false;
+    bool m_bTimeWarnAfterArmed = false;
+    int m_iDataState = 0;
+    int m_iTimeState = 0;
+    int m_iTimeWarnPercentage = 0;
+    int m_iTimeWarnBlock = 0;
+    // The page's last announcement, as it sent it.
+    int m_iSettingDataVolume = 0;
+    int m_iSettingTimeVolume = 0;
+    bool m_bSettingWarnBefore = false;
+    bool m_bSettingWarnExceeds = false;
 
     NetInfoData m_dailyData;
     NetInfoData m_weeklyData;

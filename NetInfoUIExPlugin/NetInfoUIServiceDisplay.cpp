@@ -3,6 +3,7 @@
 
 #include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
+#include "TimeOfDay.h"
 
 #include "CommonUtils.h"
 
@@ -57,11 +58,15 @@ void CNetInfoUIService::onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, 
 int CNetInfoUIService::updateStoredStatistics()
 {
     NETINFO_TRACE("%s: %s: %s: Entered", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
+    // Both ends are times of day, so the span never exceeds a day.
+    const int historyKey = TimeOfDay::secsTo(GetBeforeNowThreeMonthlyTime(), QTime::currentTime());
     if (!m_pDailyUploadedItem || !m_pDailyDownloadedItem || !m_pMonthlyUploadedItem || !m_pMonthlyDownloadedItem
         || !m_pYearlyUploadedItem || !m_pYearlyDownloadedItem || !m_pLogic || !m_pLastResetItem) {
         NETINFO_TRACE("%s: %s: %s: invalid args", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
         return 23;
     }
+
+    m_pLogic->GetHistrorySpecData(historyKey, m_specHistoryData);
 
     // Records fetched before a failure keep what they received; only the
     // texts and snapshots wait for a complete refresh.
@@ -103,6 +108,8 @@ int CNetInfoUIService::updateStoredStatistics()
         m_specHistorySnapshot = m_specHistoryData;
     }
 
+    UpdateNewPeriodTipInfo();
+    UpdateTreeItems();
     NETINFO_TRACE("%s: %s: %s: Exit", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
     return failed ? 23 : 0;
 }

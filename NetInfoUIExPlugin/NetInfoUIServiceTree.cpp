@@ -4,6 +4,7 @@
 #include "GridDelegateLayout.h"
 #include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
+#include "WarnPrompt.h"
 
 #include "CommonUtils.h"
 
@@ -49,6 +50,7 @@ void CNetInfoUIService::createMainWidget()
     m_pMainWidget = new QWidget;
     m_pSplitter = new QSplitter;
     m_pMainLayout = new QHBoxLayout(m_pMainWidget);
+    m_pWarnPrompt = new WarnPrompt(this);
     if (!m_pMainWidget || !m_pSplitter || !m_pMainLayout || !m_pLogic) {
         logMissing("createMainWidget", "Memory not allocated for a Widget");
         return;
@@ -61,6 +63,7 @@ void CNetInfoUIService::createMainWidget()
     m_pSplitter->setHandleWidth(4);
 
     connect(m_pSplitter, &QSplitter::splitterMoved, this, &CNetInfoUIService::movedSplitter);
+    connect(m_pWarnPrompt, &WarnPrompt::DisConnectDialup, this, &CNetInfoUIService::onSelectDisconnectDialup);
 
     createLeftWidget();
     m_pMainLayout->addWidget(m_pSplitter);
@@ -79,10 +82,7 @@ void CNetInfoUIService::createLeftWidget()
     m_pLeftLayout->setContentsMargins(0, 0, 0, 0);
 
     createStatisticsWidget();
-    // Without a limit feature the tree carries the note in place of the
-    // limit panel.
-    if (!m_bDataVolumeLimit && !m_bTimeVolumeLimit)
-        addNoteInTree();
+    createVolumeLimitWidget();
 
     m_pSplitter->addWidget(m_pLeftWidget);
     m_pSplitter->setSizes({365, 500});
