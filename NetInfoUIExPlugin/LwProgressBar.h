@@ -8,6 +8,7 @@
 
 class LwProgressBar : public QWidget
 {
+    Q_OBJECT
 public:
     explicit LwProgressBar(QWidget* parent = nullptr);
 

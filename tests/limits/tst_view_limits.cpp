@@ -1,0 +1,334 @@
+// Usage limits in a sandboxed host home with the simulated SDK: the warning
+// scenarios, the bars' colours and pixels, the percentage boundaries and the
+// time-of-day rules the look-back depends on.
+#include "LwProgressBar.h"
+#include "NetInfoUIService.h"
+#include "TimeOfDay.h"
+#include "WarnPrompt.h"
+
+#include "HostIds.h"
+#include "HostServices.h"
+#include "Sdk.h"
+#include "TestHome.h"
+#include "simulated/SimulatedBackend.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+#include <memory>
+
+namespace {
+
+constexpr quint64 MB = 1024 * 1024;
+
+// A user limit file: daily recurrence, the given limit switches and figures.
+QByteArray limitFile(const QMap<QString, QString>& overrides)
+{
+    QMap<QString, QString> keys{{"chkRecurrence", "true"}, {"radioDaily", "true"}, {"radioWeekly", "false"},
+                                {"radioMonthly", "false"}, {"chkVolume", "true"}, {"chkTimeVolume", "false"},
+                                {"SizeVolume", "100"}, {"SizeTimeVolume", "10"}, {"chkWarnbefore", "true"},
+                                {"chkWarnAfter", "true"}, {"WarnBeforPercentage", "80"}};
+    for (auto it = overrides.cbegin(); it != overrides.cend(); ++it)
+        keys[it.key()] = it.value();
+    QByteArray text = "[DataUsageLimit]\n";
+    for (auto it = keys.cbegin(); it != keys.cend(); ++it)
+        text += it.key().toUtf8() + '=' + it.value().toUtf8() + '\n';
+    return text;
+}
+
+} // namespace
+
+using Limits = QMap<QString, QString>;
+
+class TestViewLimits : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TestHome> m_home;
+    velt::SimulatedBackend* m_sdk = nullptr;
+    CNetInfoUIService* m_view = nullptr;
+
+    bool setUp(const Limits& limits, const QByteArray& config = {})
+    {
+        m_home = std::make_unique<TestHome>();
+        if (!m_home->isValid() || !QDir().mkpath(m_home->dataHome() + "/netinfo"))
+            return false;
+        QFile user(m_home->dataHome() + "/netinfo/DataUsageLimit.ini");
+        if (!user.open(QIODevice::WriteOnly) || user.write(limitFile(limits)) < 0)
+            return false;
+        user.close();
+        const bool configured = config.isEmpty() ? m_home->installDataFile("NetInfoUIExConfig.xml")
+                                                 : m_home->writePluginFile("NetInfoUIExConfig.xml", config);
+        if (!configured)
+            return false;
+        auto backend = std::make_unique<velt::SimulatedBackend>([] { return qint64(1700000000); });
+        m_sdk = backend.get();
+        velt::Sdk::instance().setBackend(std::move(backend));
+        m_view = CNetInfoUIService::instance();
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such slot .*onResetButtonClicked"));
+        m_view->Init();
+        return true;
+    }
+
+    // Today's usage becomes `mb` megabytes and the view refreshes as on a tick.
+    void useToday(double mb)
+    {
+        const auto bytes = static_cast<quint64>(mb * MB);
+        m_sdk->setReport(VELT_REPORT_TODAY, {bytes / 2, bytes - bytes / 2, 0, 0, 0, 0});
+        m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
+    }
+
+    // The warning text on screen, if any; the dialog is closed afterwards.
+    QString takeWarning()
+    {
+        ExtendDialog* dialog = m_view->warnPrompt()->dialog();
+        if (!dialog || !dialog->isVisible())
+            return QString();
+        const QString text = dialog->findChild<QLabel*>("WarnDlg_LabelWarn")->text();
+        m_view->warnPrompt()->CloseDlg();
+        return text;
+    }
+
+    // The view's widgets have no parent until a host embeds them.
+    template<class T>
+    static T* widgetNamed(const QString& name)
+    {
+        for (QWidget* widget : QApplication::allWidgets())
+            if (widget->objectName() == name)
+                return qobject_cast<T*>(widget);
+        return nullptr;
+    }
+
+private slots:
+    void cleanup()
+    {
+        CNetInfoUIService::Destroy();
+        m_view = nullptr;
+        velt::Sdk::instance().setBackend(nullptr);
+        m_home.reset();
+    }
+
+    // Each step is a usage in MB, or "connect" (host event 1536 with status 1).
+    void warnings_data()
+    {
+        QTest::addColumn<Limits>("limits");
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QStringList>("shown");
+
+        QTest::newRow("early warning once, then the limit once")
+            << Limits{} << QStringList{"85", "90", "99", "100", "120"}
+            << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNAFTER", ""};
+        QTest::newRow("only the early warning: a jump past the limit still warns once")
+            << Limits{{"chkWarnAfter", "false"}} << QStringList{"50", "120", "130"}
+            << QStringList{"", "IDS_BOX_WARNBEFORE", ""};
+        QTest::newRow("a new connection re-arms")
+            << Limits{} << QStringList{"85", "86", "connect", "87"}
+            << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE"};
+        QTest::newRow("falling back under the percentage re-arms")
+            << Limits{} << QStringList{"85", "10", "85"}
+            << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
+        QTest::newRow("data limit off never warns")
+            << Limits{{"chkVolume", "false"}} << QStringList{"85", "150"} << QStringList{"", ""};
+        QTest::newRow("warnings off never warn")
+            << Limits{{"chkWarnbefore", "false"}, {"chkWarnAfter", "false"}}
+            << QStringList{"85", "150"} << QStringList{"", ""};
+        QTest::newRow("time limit reached warns once")
+            << Limits{{"chkVolume", "false"}, {"chkTimeVolume", "true"}, {"SizeTimeVolume", "1"}}
+            << QStringList{"time 3599", "time 3600", "time 4000"}
+            << QStringList{"", "IDS_BOX_TIMEWARNAFTER", ""};
+    }
+
+    void warnings()
+    {
+        QFETCH(Limits, limits);
+        QFETCH(QStringList, steps);
+        QFETCH(QStringList, shown);
+        QVERIFY(setUp(limits));
+        QStringList seen;
+        for (const QString& step : steps) {
+            if (step == QLatin1String("connect")) {
+                m_view->Notify(HostIds::MsgConnectionStatus, HostIds::StatusConnected, 0);
+            } else if (step.startsWith(QLatin1String("time "))) {
+                m_sdk->setReport(VELT_REPORT_TODAY, {0, 0, 0, 0, step.mid(5).toLongLong(), 0});
+                m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
+            } else {
+                useToday(step.toDouble());
+            }
+            seen << takeWarning();
+        }
+        QCOMPARE(seen, shown);
+    }
+
+    // The data bar for today's usage: colour name, value and maximum in bytes.
+    void dataBar_data()
+    {
+        QTest::addColumn<Limits>("limits");
+        QTest::addColumn<double>("usedMb");
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<double>("maximum");
+
+        const QColor none(76, 175, 80), before(255, 167, 38), reached(229, 57, 53);
+        QTest::newRow("normal") << Limits{} << 10.0 << none << 10.0 * MB << 100.0 * MB;
+        QTest::newRow("warning band") << Limits{} << 80.0 << before << 80.0 * MB << 100.0 * MB;
+        QTest::newRow("reached") << Limits{} << 100.0 << reached << 100.0 * MB << 100.0 * MB;
+        QTest::newRow("limit off: full, in the normal colour")
+            << Limits{{"chkVolume", "false"}} << 150.0 << none << 100.0 << 100.0;
+    }
+
+    void dataBar()
+    {
+        QFETCH(Limits, limits);
+        QFETCH(double, usedMb);
+        QFETCH(QColor, color);
+        QFETCH(double, value);
+        QFETCH(double, maximum);
+        QVERIFY(setUp(limits));
+        useToday(usedMb);
+        auto* data = widgetNamed<LwProgressBar>("NetInfoUIPlugin_ProgressDatavolume");
+        QVERIFY(data);
+        QCOMPARE(data->color(), color);
+        QCOMPARE(double(data->value()), value);
+        QCOMPARE(double(data->maximum()), maximum);
+    }
+
+    void operationPersent_data()
+    {
+        QTest::addColumn<QString>("percentage");
+        QTest::addColumn<double>("used");
+        QTest::addColumn<uint>("state");
+        QTest::newRow("at the percentage") << "80" << 80.0 << 1u;
+        QTest::newRow("just under it") << "80" << 79.99 << 0u;
+        QTest::newRow("just under the limit") << "80" << 99.99 << 1u;
+        QTest::newRow("at the limit") << "80" << 100.0 << 0u;
+        QTest::newRow("past the limit") << "80" << 150.0 << 0u;
+        QTest::newRow("percentage 0") << "0" << 90.0 << 0u;
+        QTest::newRow("non-numeric percentage") << "eighty" << 90.0 << 0u;
+    }
+
+    void operationPersent()
+    {
+        QFETCH(QString, percentage);
+        QFETCH(double, used);
+        QFETCH(uint, state);
+        QVERIFY(setUp({{"WarnBeforPercentage", percentage}}));
+        QCOMPARE(m_view->OperationPersent(used), state);
+    }
+
+    // Colours come from the feature file by name: the last entry of a name
+    // wins, and a file without colours paints in transparent white.
+    void barColourLookup_data()
+    {
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QColor>("color");
+        const QByteArray normal = "<item name=\"NoWarningColor\" R=\"76\" G=\"175\" B=\"80\"/>";
+        QTest::newRow("last match wins")
+            << normal << normal + "<item name=\"NoWarningColor\" R=\"1\" G=\"2\" B=\"3\"/>" << QColor(1, 2, 3);
+        QTest::newRow("no colour list") << QByteArray("<Color>") << QByteArray("<Colour>") << QColor(255, 255, 255, 0);
+    }
+
+    void barColourLookup()
+    {
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QColor, color);
+        QFile shipped(TestHome::sourceDataDir() + "/NetInfoUIExConfig.xml");
+        QVERIFY(shipped.open(QIODevice::ReadOnly));
+        QByteArray config = shipped.readAll();
+        QVERIFY(config.contains(from));
+        config.replace(from, to);
+        config.replace("</Color>", to == "<Colour>" ? "</Colour>" : "</Color>");
+        QVERIFY(setUp({}, config));
+        useToday(10);
+        auto* data = widgetNamed<LwProgressBar>("NetInfoUIPlugin_ProgressDatavolume");
+        QVERIFY(data);
+        QCOMPARE(data->color(), color);
+    }
+
+    // The bar's own painting: fill clamped to the bar, border from the skin.
+    void barPixels_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QColor>("skinPixel");
+        QTest::addColumn<int>("filledUpTo"); // last red column, -1 for none
+        QTest::addColumn<QColor>("border");
+        QTest::newRow("half") << 50.0 << QColor(Qt::white) << 49 << QColor(Qt::gray);
+        QTest::newRow("empty") << 0.0 << QColor(Qt::darkBlue) << -1 << QColor(Qt::darkBlue);
+        QTest::newRow("over the maximum") << 300.0 << QColor(Qt::darkBlue) << 99 << QColor(Qt::darkBlue);
+    }
+
+    void barPixels()
+    {
+        QFETCH(double, value);
+        QFETCH(QColor, skinPixel);
+        QFETCH(int, filledUpTo);
+        QFETCH(QColor, border);
+        TestHome home;
+        QImage skin(4, 4, QImage::Format_RGB32);
+        skin.fill(skinPixel);
+        const QString skinPath = LwProgressBar::skinImagePath();
+        QVERIFY(QDir().mkpath(QFileInfo(skinPath).path()) && skin.save(skinPath, "PNG"));
+
+        LwProgressBar bar;
+        bar.resize(100, 20);
+        bar.setColor(Qt::red);
+        bar.setValue(value);
+        bar.setMaximum(100);
+        const QImage image = bar.grab().toImage();
+        QCOMPARE(image.pixelColor(0, 10), border);
+        for (int x : {10, 48, 60, 97}) {
+            const QColor expected = x <= filledUpTo ? QColor(Qt::red) : QColor(Qt::white);
+            QVERIFY2(image.pixelColor(x, 10) == expected, qPrintable(QStringLiteral("column %1").arg(x)));
+        }
+    }
+
+    void timeOfDay_data()
+    {
+        QTest::addColumn<QDate>("today");
+        QTest::addColumn<QDate>("back");
+        QTest::newRow("31 May has no 31 February") << QDate(2026, 5, 31) << QDate();
+        QTest::newRow("January goes to October") << QDate(2026, 1, 15) << QDate(2025, 10, 15);
+        QTest::newRow("April goes to January") << QDate(2026, 4, 30) << QDate(2026, 1, 30);
+    }
+
+    void timeOfDay()
+    {
+        QFETCH(QDate, today);
+        QFETCH(QDate, back);
+        QCOMPARE(TimeOfDay::threeMonthsBack(today), back);
+        // An invalid time counts as midnight, and loses to any valid time.
+        QCOMPARE(TimeOfDay::secsTo(QTime(), QTime(1, 0)), 3600);
+        QCOMPARE(TimeOfDay::later(QTime(), QTime(0, 0)), QTime(0, 0));
+        QCOMPARE(TimeOfDay::hoursMinutes(25 * 3600 + 61), QStringLiteral("1:01"));
+        QCOMPARE(TimeOfDay::hoursMinutes(-60), QStringLiteral("23:59"));
+    }
+
+    // Disconnect is offered only while connected, fires once, and the
+    // choice does not carry over; the request reaches the host as 1537.
+    void disconnectFromWarning()
+    {
+        HostServices services;
+        QSignalSpy notified(services.notifyService(), &NotifyService::notified);
+        QVERIFY(setUp({}));
+        useToday(85);
+        auto* box = m_view->warnPrompt()->dialog()->findChild<QCheckBox*>("WarnDlg_CheckBox");
+        auto* ok = m_view->warnPrompt()->dialog()->findChild<QPushButton*>("WarnDlg_ButtonOk");
+        QVERIFY(box && ok);
+        QVERIFY(!box->isEnabled());
+
+        m_view->Notify(HostIds::MsgConnectionStatus, HostIds::StatusConnected, 0);
+        QVERIFY(box->isEnabled());
+        box->click();
+        ok->click();
+        QVERIFY(!m_view->warnPrompt()->dialog()->isVisible());
+        QVERIFY(!box->isChecked());
+        ok->click();
+        QCOMPARE(notified.count(), 1);
+        QCOMPARE(notified.first().at(0).toString(), QString(HostIds::ConnectionTarget));
+        QCOMPARE(notified.first().at(1).toUInt(), HostIds::EventDisconnect);
+    }
+};
+
+QTEST_MAIN(TestViewLimits)
+#include "tst_view_limits.moc"
