@@ -1,5 +1,8 @@
 #include "NetInfoSettingUIPlugin.h"
 
+#include "NetInfoSettingTrace.h"
+#include "NetInfoSettingUILogic.h"
+
 #include <QRect>
 #include <QWidget>
 
@@ -60,3 +63,16 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings() { return true; }
 bool NetInfoSettingUIPlugin::CancelNetInfoSetting() { return true; }
 
 void NetInfoSettingUIPlugin::ongetXMLUnit(QString text) { m_strUnitText = text; }
+
+QString NetInfoSettingUIPlugin::getVolumeLimitSettings(QString key)
+{
+    if (!m_pStore) {
+        m_pStore = NetInfoSettingUILogic::GetInstance();
+        if (!m_pStore)
+            return QStringLiteral("");
+        m_pStore->GetUseLimitSetting();
+    }
+    NETINFO_TRACE("Returning from : %s: %s: %s %d", NetInfoLog::now().constData(),
+                  "NetInfoUIExPlugin/NetInfoSettingUIPlugin", __func__, __LINE__);
+    return m_pStore->useLimitSettings().value(key);
+}
