@@ -1,5 +1,8 @@
 #include "NetInfoSettingUIPlugin.h"
 
+#include "NetInfoSettingTrace.h"
+#include "NetInfoSettingUILogic.h"
+
 #include <QRect>
 #include <QWidget>
 
@@ -63,6 +66,13 @@ void NetInfoSettingUIPlugin::ongetXMLUnit(QString text) { m_strUnitText = text; 
 
 QString NetInfoSettingUIPlugin::getVolumeLimitSettings(QString key)
 {
-    Q_UNUSED(key);
-    return QString();
+    if (!m_pStore) {
+        m_pStore = NetInfoSettingUILogic::GetInstance();
+        if (!m_pStore)
+            return QStringLiteral("");
+        m_pStore->GetUseLimitSetting();
+    }
+    NETINFO_TRACE("Returning from : %s: %s: %s %d", NetInfoLog::now().constData(),
+                  "NetInfoUIExPlugin/NetInfoSettingUIPlugin", __func__, __LINE__);
+    return m_pStore->useLimitSettings().value(key);
 }

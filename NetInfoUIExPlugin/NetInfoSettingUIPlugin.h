@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 
+class NetInfoSettingUILogic;
 class QRect;
 class QWidget;
 
@@ -25,11 +26,13 @@ public:
     void SetLanguage();
     bool SaveNetInfoSettings();
     bool CancelNetInfoSetting();
+    // The stored value of a usage-limit key; null when the store lacks it.
+    // The first call loads the store.
+    QString getVolumeLimitSettings(QString key);
 
     // The free-standing page the host's dialog embeds; null until built.
     QWidget* GetPageWidget() const { return m_pPageWidget; }
     QString unitText() const { return m_strUnitText; }
-    QString getVolumeLimitSettings(QString key);
 
 signals:
     void netInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds);
@@ -44,4 +47,5 @@ private:
     static NetInfoSettingUIPlugin* m_pInstance;
     QWidget* m_pPageWidget = nullptr; // owned; has no parent of ours
     QString m_strUnitText;
+    NetInfoSettingUILogic* m_pStore = nullptr; // borrowed
 };
