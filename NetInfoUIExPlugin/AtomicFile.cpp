@@ -13,7 +13,8 @@ namespace {
 bool report(QString* error, const char* step, const QString& path, int code)
 {
     if (error)
-        *error = QStringLiteral("%1 %2: %3").arg(QLatin1String(step), path, QString::fromLocal8Bit(std::strerror(code)));
+        *error = QStringLiteral("%1 %2: %3")
+                     .arg(QLatin1String(step), path, QString::fromLocal8Bit(std::strerror(code)));
     return false;
 }
 
@@ -40,7 +41,7 @@ bool writeAll(int fd, const QByteArray& content)
 void syncDirectory(const QString& filePath)
 {
     const int fd = ::open(QFile::encodeName(QFileInfo(filePath).absolutePath()).constData(),
-                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return;
     ::fsync(fd);
@@ -49,8 +50,8 @@ void syncDirectory(const QString& filePath)
 
 } // namespace
 
-bool AtomicFile::replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
-                         QString* error)
+bool AtomicFile::replace(
+    const QString& tempPath, const QString& targetPath, const QByteArray& content, QString* error)
 {
     const QByteArray temp = QFile::encodeName(tempPath);
     const int fd = ::open(temp.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);

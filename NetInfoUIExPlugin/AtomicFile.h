@@ -11,7 +11,7 @@ namespace AtomicFile {
 // flushes it to the disk and renames it over targetPath. On failure the
 // target is left exactly as it was, the temporary file is removed, false is
 // returned and *error (when given) says which step failed and why.
-bool replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
-             QString* error = nullptr);
+bool replace(
+    const QString& tempPath, const QString& targetPath, const QByteArray& content, QString* error = nullptr);
 
 } // namespace AtomicFile

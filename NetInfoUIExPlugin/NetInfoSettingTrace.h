@@ -28,5 +28,5 @@ private:
 };
 
 #define NETINFO_SETTING_TRACE(source) NetInfoSettingTrace settingTrace_(source, __func__, __LINE__)
-#define NETINFO_ARG_NULL(source)                                                                                \
+#define NETINFO_ARG_NULL(source)                                                                             \
     NETINFO_TRACE("Arg is NULL: %s: %s: %s %d", NetInfoLog::now().constData(), source, __func__, __LINE__)

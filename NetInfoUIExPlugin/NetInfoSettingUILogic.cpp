@@ -20,11 +20,10 @@ const QString kTempFileName = QStringLiteral("tempDataUsageLimit.ini");
 
 // The file's vocabulary in the order it is written; the spellings are those
 // of existing files and must not be corrected.
-const char* const kSavedKeys[] = {
-    "chkRecurrence", "radioDaily",        "radioWeekly",       "radioMonthly",      "chkVolume",
-    "chkTimeVolume", "SizeVolume",        "SizeTimeVolume",    "chkWarnbefore",     "chkWarnAfter",
-    "ShowDataWarnAfter", "ShowDataWarnBefor", "ShowTimeWarnBefor", "ShowTimeWarnAfter", "startdate",
-    "startweekdate", "startmonthdate",    "WarnBeforPercentage"};
+const char* const kSavedKeys[] = { "chkRecurrence", "radioDaily", "radioWeekly", "radioMonthly", "chkVolume",
+    "chkTimeVolume", "SizeVolume", "SizeTimeVolume", "chkWarnbefore", "chkWarnAfter", "ShowDataWarnAfter",
+    "ShowDataWarnBefor", "ShowTimeWarnBefor", "ShowTimeWarnAfter", "startdate", "startweekdate",
+    "startmonthdate", "WarnBeforPercentage" };
 
 bool isMissingOrEmpty(const QString& path)
 {
@@ -96,7 +95,7 @@ QString NetInfoSettingUILogic::GetConfigFilePath()
     QFile templateFile(templatePath);
     if (!templateFile.open(QIODevice::ReadOnly | QIODevice::Text)) {
         NETINFO_WARN("%s: cannot open the settings template %s: %s", kSource, qUtf8Printable(templatePath),
-                     qUtf8Printable(templateFile.errorString()));
+            qUtf8Printable(templateFile.errorString()));
         return path;
     }
     QTextStream in(&templateFile);
@@ -138,7 +137,7 @@ void NetInfoSettingUILogic::GetUseLimitSetting()
                 m_mapSettings.insert(parts[0], parts[1]);
         }
     }
-    for (const char* key : {"startdate", "startmonthdate", "startweekdate"}) {
+    for (const char* key : { "startdate", "startmonthdate", "startweekdate" }) {
         if (!m_mapSettings.contains(QLatin1String(key)))
             m_mapSettings.insert(QLatin1String(key), QString());
     }
@@ -163,7 +162,8 @@ void NetInfoSettingUILogic::saveUseLimitSetting()
     // ASCII the file holds this is byte for byte what any locale would give.
     QString content = QStringLiteral("[uselimit]\n");
     for (const char* key : kSavedKeys)
-        content += QLatin1String(key) + QLatin1Char('=') + m_mapSettings.value(QLatin1String(key)) + QLatin1Char('\n');
+        content += QLatin1String(key) + QLatin1Char('=') + m_mapSettings.value(QLatin1String(key))
+            + QLatin1Char('\n');
 
     // A leftover from an interrupted save is of no use.
     if (QFileInfo::exists(tempPath))
@@ -171,13 +171,13 @@ void NetInfoSettingUILogic::saveUseLimitSetting()
     QString error;
     if (!AtomicFile::replace(tempPath, path, content.toUtf8(), &error)) {
         NETINFO_WARN("%s: settings not saved, %s kept as it was: %s", kSource, qUtf8Printable(path),
-                     qUtf8Printable(error));
+            qUtf8Printable(error));
         return;
     }
     // Published only once the file holds them, so the statistics service
     // and the file never disagree about the period.
     CommonUtils::SetSettings(QStringLiteral("uselimit"), QStringLiteral("startmonthdate"),
-                             m_mapSettings.value(QStringLiteral("startmonthdate")));
+        m_mapSettings.value(QStringLiteral("startmonthdate")));
     CommonUtils::SetSettings(QStringLiteral("uselimit"), QStringLiteral("startweekdate"),
-                             m_mapSettings.value(QStringLiteral("startweekdate")));
+        m_mapSettings.value(QStringLiteral("startweekdate")));
 }

@@ -4,7 +4,9 @@
 #include "CommonUtils.h"
 #include "HostIds.h"
 #include "INotify.h"
+#include "ISettingUIPlugin.h"
 #include "IUIPlugin.h"
+#include "SettingsDialog.h"
 #include "simulated/SimulatedBackend.h"
 
 #include <QApplication>
@@ -77,6 +79,7 @@ HostApplication::HostApplication(const HostOptions& options, QObject* parent)
     connect(m_services.notifyService(), &NotifyService::notified, this, &HostApplication::onNotified);
     connect(&m_watcher, &ConnectionWatcher::statusChanged, this, &HostApplication::onConnectionStatus);
     connect(&m_window, &MainWindow::viewAreaResized, this, &HostApplication::onViewAreaResized);
+    connect(&m_window, &MainWindow::settingsRequested, this, &HostApplication::openSettings);
     connect(&m_window, &MainWindow::viewAreaSettled, this, [this] {
         if (m_bRunning)
             m_module.notify()->Notify(HostIds::MsgRefit, 0, 0);
@@ -150,6 +153,9 @@ void HostApplication::onNotified(const QString& target, uint code, quintptr para
 {
     if (code == HostIds::EventStatusPanel && target == QLatin1String(HostIds::StatusPanelTarget)) {
         m_window.setStatusPanel(reinterpret_cast<QWidget*>(param1));
+    } else if (code == HostIds::EventOpenSettings) {
+        // Queued: the plug-in's button handler returns before the dialog runs.
+        QMetaObject::invokeMethod(this, &HostApplication::openSettings, Qt::QueuedConnection);
     } else if (code == HostIds::EventDisconnect) {
         // The simulated link drops; the tick lets the watcher see it.
         if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current()) {
@@ -164,6 +170,25 @@ void HostApplication::onConnectionStatus(unsigned int status)
 {
     if (m_bRunning)
         m_module.notify()->Notify(HostIds::MsgConnectionStatus, status, 0);
+}
+
+void HostApplication::openSettings()
+{
+    if (!m_bRunning)
+        return;
+    QObject* service = nullptr;
+    auto* page = m_module.uiPlugin()->QueryInterface(HostIds::ViewServiceId, &service)
+                     ? qobject_cast<ISettingUIPlugin*>(service)
+                     : nullptr;
+    SettingsDialog dialog(&m_window);
+    dialog.addPage(page);
+    if (dialog.pageCount() == 0) {
+        CommonUtils::ShowMessage(QMessageBox::Information, &m_window, dialog.windowTitle(),
+                                 tr("The network information view has no settings."), QStringLiteral("IDS_OK"),
+                                 QString(), QString(), true, Qt::Dialog, nullptr, QString(), false);
+        return;
+    }
+    dialog.exec();
 }
 
 void HostApplication::onViewAreaResized(const QRect& rect)

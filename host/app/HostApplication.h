@@ -49,6 +49,7 @@ private:
     void onNotified(const QString& target, uint code, quintptr param1, quintptr param2);
     void onConnectionStatus(unsigned int status);
     void onViewAreaResized(const QRect& rect);
+    void openSettings();
     void finishRun();
 
     HostOptions m_options;

@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 #include <QEvent>
+#include <QMenuBar>
 
 namespace {
 constexpr int kSettleMs = 200;
@@ -24,6 +25,11 @@ MainWindow::MainWindow(QWidget* parent)
     m_pStatusDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     m_pStatusDock->hide();
     addDockWidget(Qt::RightDockWidgetArea, m_pStatusDock);
+
+    QAction* settings = menuBar()->addMenu(tr("&Tools"))->addAction(tr("&Settings..."));
+    settings->setObjectName(QStringLiteral("NetInfo_SettingsAction"));
+    settings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    connect(settings, &QAction::triggered, this, &MainWindow::settingsRequested);
 
     m_settleTimer.setSingleShot(true);
     m_settleTimer.setInterval(kSettleMs);

@@ -26,6 +26,8 @@ signals:
     void viewAreaResized(const QRect& rect);
     // Once the resizing has been quiet for a moment.
     void viewAreaSettled();
+    // The user asked for the settings dialog.
+    void settingsRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

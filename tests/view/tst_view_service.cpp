@@ -5,6 +5,7 @@
 #include "NetInfoUILogic.h"
 #include "NetInfoUIService.h"
 
+#include "CommonUtils.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "Sdk.h"
@@ -87,7 +88,8 @@ class TestViewService : public QObject
         QByteArray config = file.readAll();
         for (const QString& name : off)
             config.replace("name=\"" + name.toLatin1() + "\" value=\"true\"", "name=\"" + name.toLatin1() + "\" value=\"false\"");
-        if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config))
+        if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config)
+            || !m_home->installDataFile(QStringLiteral("DataUsageLimit.ini")))
             return false;
         // Left half red, right half blue, green top-left corner: a mirror
         // moves the green to the right and keeps it on top.
@@ -448,7 +450,6 @@ private slots:
     {
         QVERIFY(setUp());
         emit m_view->getXMLUnit(QStringLiteral("MB"));
-        QCOMPARE(NetInfoSettingUIPlugin::GetInstance()->unitText(), QStringLiteral("MB"));
         QWidget dialog;
         QRect rect(10, 20, 300, 200);
         for (bool ok : {true, false}) {
@@ -459,12 +460,27 @@ private slots:
             QVERIFY(page);
             QCOMPARE(page->parentWidget(), &dialog);
             QCOMPARE(page->geometry(), rect);
+            auto* unitRow = page->findChild<QHBoxLayout*>(QStringLiteral("NetInfoSettingDlg_hlayoutDataVolume"));
+            QVERIFY(unitRow);
+            QCOMPARE(qobject_cast<QLabel*>(unitRow->itemAt(1)->widget())->text(), QStringLiteral("MB"));
             QVERIFY(m_view->HideSetting());
             QVERIFY(page->isHidden());
             QVERIFY(ok ? m_view->OnClickSettingOkButton() : m_view->OnClickSettingCancelButton());
             QVERIFY(!m_view->IsActiveSetting());
             QVERIFY(!page->parentWidget());
         }
+        // A refused OK keeps the page in the dialog and active.
+        QVERIFY(m_view->ShowSettingDialog(&dialog, rect));
+        QWidget* page = NetInfoSettingUIPlugin::GetInstance()->GetPageWidget();
+        page->findChild<QLineEdit*>(QStringLiteral("NetInfoSettingDlg_lineEditDataVolume"))->clear();
+        int prompts = 0;
+        CommonUtils::SetMessageHook([&prompts](QMessageBox&) { return ++prompts, int(QMessageBox::Ok); });
+        const bool saved = m_view->OnClickSettingOkButton();
+        CommonUtils::SetMessageHook({});
+        QVERIFY(!saved);
+        QCOMPARE(prompts, 1);
+        QVERIFY(m_view->IsActiveSetting());
+        QCOMPARE(page->parentWidget(), &dialog);
     }
 };
 

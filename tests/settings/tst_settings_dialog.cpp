@@ -1,0 +1,139 @@
+// The host's settings dialog against scripted pages: which page operations it
+// calls, in which order, and when it stays open.
+#include "SettingsDialog.h"
+
+#include "ISettingUIPlugin.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+namespace {
+
+// A page that logs every call as "<name>:<operation>" and answers OK from a
+// script (true once the script runs out).
+class ScriptedPage : public QObject, public ISettingUIPlugin
+{
+public:
+    ScriptedPage(QString name, QList<bool> okAnswers, QStringList& log)
+        : m_name(std::move(name))
+        , m_okAnswers(std::move(okAnswers))
+        , m_log(log)
+    { }
+
+    bool OnClickSettingOkButton() override
+    {
+        m_log << m_name + QStringLiteral(":ok");
+        const bool saved = m_okAnswers.isEmpty() || m_okAnswers.takeFirst();
+        if (saved)
+            detach();
+        return saved;
+    }
+    bool OnClickSettingCancelButton() override
+    {
+        m_log << m_name + QStringLiteral(":cancel");
+        detach();
+        return true;
+    }
+    bool ShowSettingDialog(QWidget* parent, QRect& rect) override
+    {
+        if (m_log.isEmpty() || m_log.last() != m_name + QStringLiteral(":show"))
+            m_log << m_name + QStringLiteral(":show");
+        m_widget.setParent(parent);
+        m_widget.setGeometry(rect);
+        m_widget.show();
+        m_active = true;
+        return true;
+    }
+    QString GetModuleName() override { return m_name; }
+    bool HideSetting() override
+    {
+        m_log << m_name + QStringLiteral(":hide");
+        m_widget.hide();
+        return true;
+    }
+    bool IsActiveSetting() override { return m_active; }
+
+    QWidget m_widget;
+
+private:
+    void detach()
+    {
+        m_active = false;
+        m_widget.setParent(nullptr);
+    }
+
+    QString m_name;
+    QList<bool> m_okAnswers;
+    QStringList& m_log;
+    bool m_active = false;
+};
+
+} // namespace
+
+class TestSettingsDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void pageProtocol_data()
+    {
+        QTest::addColumn<QList<bool>>("okAnswers"); // of page "A"
+        QTest::addColumn<QStringList>("actions"); // "B" selects page B, "ok", "cancel", "close"
+        QTest::addColumn<QStringList>("log");
+        QTest::addColumn<int>("result"); // -1 still open
+        QTest::newRow("OK saves") << QList<bool>() << QStringList { "ok" } << QStringList { "A:show", "A:ok" }
+                                  << int(QDialog::Accepted);
+        QTest::newRow("refused OK keeps it open")
+            << QList<bool> { false } << QStringList { "ok" } << QStringList { "A:show", "A:ok" } << -1;
+        QTest::newRow("refused OK, then Cancel")
+            << QList<bool> { false } << QStringList { "ok", "cancel" }
+            << QStringList { "A:show", "A:ok", "A:cancel" } << int(QDialog::Rejected);
+        QTest::newRow("closing cancels") << QList<bool>() << QStringList { "close" }
+                                         << QStringList { "A:show", "A:cancel" } << int(QDialog::Rejected);
+        QTest::newRow("leaving a page hides it; OK asks both")
+            << QList<bool>() << QStringList { "B", "ok" }
+            << QStringList { "A:show", "A:hide", "B:show", "A:ok", "B:ok" } << int(QDialog::Accepted);
+        QTest::newRow("refusal brings its page back")
+            << QList<bool> { false } << QStringList { "B", "ok" }
+            << QStringList { "A:show", "A:hide", "B:show", "A:ok", "B:hide", "A:show" } << -1;
+    }
+
+    void pageProtocol()
+    {
+        QFETCH(QList<bool>, okAnswers);
+        QFETCH(QStringList, actions);
+        QFETCH(QStringList, log);
+        QFETCH(int, result);
+        QStringList calls;
+        // Before the pages: a dialog left open must not outlive their widgets.
+        SettingsDialog dialog;
+        ScriptedPage a(QStringLiteral("A"), okAnswers, calls);
+        ScriptedPage b(QStringLiteral("B"), {}, calls);
+        ScriptedPage unnamed(QString(), {}, calls);
+        dialog.addPage(&a);
+        dialog.addPage(&unnamed);
+        dialog.addPage(&b);
+        QCOMPARE(dialog.pageCount(), 2);
+        dialog.show();
+        QCOMPARE(a.m_widget.parentWidget(), dialog.pageArea());
+        QCOMPARE(a.m_widget.geometry(), dialog.pageArea()->rect());
+        auto* buttons = dialog.findChild<QDialogButtonBox*>();
+        for (const QString& action : actions) {
+            if (action == QLatin1String("B"))
+                dialog.findChild<QListWidget*>()->setCurrentRow(1);
+            else if (action == QLatin1String("close"))
+                dialog.close();
+            else
+                buttons
+                    ->button(action == QLatin1String("ok") ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)
+                    ->click();
+        }
+        QCOMPARE(calls, log);
+        QCOMPARE(dialog.isVisible(), result < 0);
+        if (result >= 0)
+            QCOMPARE(dialog.result(), result);
+    }
+};
+
+QTEST_MAIN(TestSettingsDialog)
+#include "tst_settings_dialog.moc"

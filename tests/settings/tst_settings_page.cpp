@@ -1,0 +1,410 @@
+// The usage-limit page: its widget tree, the period and limit rules, what can
+// be typed, and OK and Cancel against the store and the file.
+#include "NetInfoSettingUILogic.h"
+#include "NetInfoSettingUIPlugin.h"
+#include "NetInfoUILogic.h"
+
+#include "CommonUtils.h"
+#include "Sdk.h"
+#include "TestHome.h"
+#include "simulated/SimulatedBackend.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+#include <memory>
+
+namespace {
+
+const char kStored[]
+    = "[uselimit]\nchkRecurrence=true\nradioDaily=false\nradioWeekly=false\nradioMonthly=true\n"
+      "chkVolume=true\nchkTimeVolume=true\nSizeVolume=500\nSizeTimeVolume=100\nchkWarnbefore=true\n"
+      "chkWarnAfter=true\nShowDataWarnAfter=true\nShowDataWarnBefor=true\nShowTimeWarnBefor=true\n"
+      "ShowTimeWarnAfter=true\nstartdate=2010-01-31\nstartweekdate=4\nstartmonthdate=0\n"
+      "WarnBeforPercentage=80\n";
+
+// Three letters a check box: checked x/o, enabled e/d (of its entry, for a
+// limit), hidden h/v.
+QString boxState(QAbstractButton* box, QWidget* entry = nullptr)
+{
+    if (!box)
+        return QStringLiteral("-");
+    return QString(box->isChecked() ? 'x' : 'o') + ((entry ? entry : box)->isEnabled() ? 'e' : 'd')
+        + (box->isHidden() ? 'h' : 'v');
+}
+
+} // namespace
+
+class TestSettingsPage : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TestHome> m_home;
+    NetInfoSettingUIPlugin* m_page = nullptr;
+
+    QString userFile() const { return m_home->dataHome() + QStringLiteral("/netinfo/DataUsageLimit.ini"); }
+
+    template <class T = QWidget> T* find(const char* name) const
+    {
+        return m_page->GetPageWidget()->findChild<T*>(
+            QLatin1String("NetInfoSettingDlg_") + QLatin1String(name));
+    }
+
+    // Builds the page over the stored file with "key=value" lines replaced
+    // and the named functions switched off.
+    bool build(const QStringList& stored = {}, const QStringList& off = {})
+    {
+        m_home = std::make_unique<TestHome>();
+        QFile config(TestHome::sourceDataDir() + QStringLiteral("/NetInfoUIExConfig.xml"));
+        if (!m_home->isValid() || !config.open(QIODevice::ReadOnly))
+            return false;
+        QByteArray xml = config.readAll();
+        for (const QString& name : off)
+            xml.replace("name=\"" + name.toLatin1() + "\" value=\"true\"",
+                "name=\"" + name.toLatin1() + "\" value=\"false\"");
+        QString text = QString::fromLatin1(kStored);
+        for (const QString& line : stored)
+            text.replace(QRegularExpression(QLatin1Char('\n') + line.section(QLatin1Char('='), 0, 0)
+                             + QStringLiteral("=[^\n]*")),
+                QLatin1Char('\n') + line);
+        const QByteArray user = text.toLatin1();
+        QDir().mkpath(QFileInfo(userFile()).absolutePath());
+        QFile file(userFile());
+        if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), xml)
+            || !file.open(QIODevice::WriteOnly) || file.write(user) != user.size())
+            return false;
+        file.close();
+        velt::Sdk::instance().setBackend(std::make_unique<velt::SimulatedBackend>());
+        NetInfoUILogic::Instance()->Init();
+        m_page = NetInfoSettingUIPlugin::GetInstance();
+        m_page->ongetXMLUnit(QStringLiteral("MB"));
+        return m_page->InitNetInfoSetting();
+    }
+
+    void click(const QStringList& names)
+    {
+        for (const QString& name : names)
+            find<QAbstractButton>(qPrintable(name))->click();
+    }
+
+    QString periodState() const
+    {
+        const auto on = [](QWidget* widget) { return widget->isEnabled() ? '1' : '0'; };
+        const auto* daily = find<QRadioButton>("radioDaily");
+        const auto* weekly = find<QRadioButton>("radioWeekly");
+        const auto* monthly = find<QRadioButton>("radioMonthly");
+        return QStringLiteral("date=%1 rec=%2 radios=%3%4%5 week=%6 month=%7 radio=%8 wday=%9 mday=%10")
+            .arg(on(find("dateedit")))
+            .arg(find<QCheckBox>("dateeditSetDate")->isChecked())
+            .arg(on(find("radioDaily")))
+            .arg(on(find("radioWeekly")))
+            .arg(on(find("radioMonthly")))
+            .arg(on(find("comboBoxWeekly")))
+            .arg(on(find("comboBoxMonthly")))
+            .arg(daily->isChecked()        ? "daily"
+                    : weekly->isChecked()  ? "weekly"
+                    : monthly->isChecked() ? "monthly"
+                                           : "none")
+            .arg(find<QComboBox>("comboBoxWeekly")->currentIndex())
+            .arg(find<QComboBox>("comboBoxMonthly")->currentIndex());
+    }
+
+    QString limitState() const
+    {
+        auto* percent = find<QLineEdit>("lineEditWarnPercent");
+        return QStringLiteral("data=%1 time=%2 before=%3 exceed=%4 percent=%5%6%7 group=%8")
+            .arg(boxState(find<QCheckBox>("checkBoxDataVolume"), find("lineEditDataVolume")),
+                boxState(find<QCheckBox>("checkBoxTimeVolume"), find("lineEditTimeVolume")),
+                boxState(find<QCheckBox>("checkBoxWarnBefore")),
+                boxState(find<QCheckBox>("checkBoxWarnExceed")))
+            .arg(percent->isEnabled() ? 'e' : 'd')
+            .arg(percent->isHidden() ? 'h' : 'v')
+            .arg(percent->text())
+            .arg(find("GroupBoxSetWarn")->isHidden() ? 'h' : 'v');
+    }
+
+private slots:
+    void cleanup()
+    {
+        CommonUtils::SetMessageHook({});
+        NetInfoSettingUIPlugin::ReleaseInstance();
+        NetInfoUILogic::UnregSDK();
+        NetInfoUILogic::Destroy();
+        NetInfoSettingUILogic::Destroy();
+        m_home.reset();
+    }
+
+    void widgetTree()
+    {
+        QVERIFY(build());
+        const QStringList names
+            = { "WidgetNetInfoSetting/QWidget", "GroupBoxSetPeriod/QGroupBox:IDS_GRP_SETPERIOD:180",
+                  "GroupBoxRecurrence/QGroupBox:IDS_GRP_RECURRENCE", "WidgetSetDate/QWidget",
+                  "dateedit/DateEdit", "layoutNetInfoMain/QVBoxLayout", "gridlayoutSetPeriod/QGridLayout",
+                  "gridlayoutSetDate/QGridLayout", "vlayoutSetDate/QVBoxLayout",
+                  "GroupBoxSetWarn/QGroupBox:IDS_GRP_SETWARNINGS:93",
+                  "groupBoxSetLimit/QGroupBox:IDS_GRP_SETLIMIT:88", "gridlayoutRecurence/QGridLayout",
+                  "dateeditSetDate/QCheckBox:IDS_CHK_SET", "radioDaily/QRadioButton:IDS_RADIO_DAILY",
+                  "radioWeekly/QRadioButton:IDC_RADIO_WEEKLY", "radioMonthly/QRadioButton:IDS_RADIO_MONTHLY",
+                  "comboBoxWeekly/QComboBox", "comboBoxMonthly/QComboBox", "FormLayoutSetLimit/QFormLayout",
+                  "checkBoxDataVolume/QCheckBox:IDS_CHK_VOLUME", "lineEditDataVolume/QLineEdit",
+                  "hlayoutDataVolume/QHBoxLayout", "checkBoxTimeVolume/QCheckBox:IDS_VOLUME_LIMIT",
+                  "lineEditTimeVolume/QLineEdit", "layoutTimeVolume/QHBoxLayout",
+                  "checkBoxWarnBefore/QCheckBox:IDS_CHK_BEFORE", "checkBoxWarnExceed/QCheckBox:IDS_CHK_AFTER",
+                  "lineEditWarnPercent/QLineEdit", "labelDataPercentSign/QLabel:%",
+                  "FormLayoutSetWarn/QFormLayout", "hlayoutWarnBefore/QHBoxLayout" };
+        QObject* page = m_page->GetPageWidget();
+        QCOMPARE(page->objectName(), QStringLiteral("NetInfoSettingDlg_WidgetNetInfoSetting"));
+        for (const QString& entry : names) {
+            const QString name = QStringLiteral("NetInfoSettingDlg_") + entry.section(QLatin1Char('/'), 0, 0);
+            const QStringList wanted = entry.section(QLatin1Char('/'), 1).split(QLatin1Char(':'));
+            QObject* object = page->objectName() == name ? page : page->findChild<QObject*>(name);
+            QVERIFY2(object && object->inherits(qPrintable(wanted[0])), qPrintable(entry));
+            if (wanted.size() > 1)
+                QCOMPARE(
+                    object->property(object->inherits("QGroupBox") ? "title" : "text").toString(), wanted[1]);
+            if (wanted.size() > 2)
+                QCOMPARE(static_cast<QWidget*>(object)->maximumHeight(), wanted[2].toInt());
+        }
+        auto* weekday = find<QComboBox>("comboBoxWeekly");
+        auto* day = find<QComboBox>("comboBoxMonthly");
+        QCOMPARE(weekday->count(), 7);
+        QCOMPARE(weekday->itemText(0), QStringLiteral("IDS_SUNDAY"));
+        QCOMPARE(weekday->itemText(3), QStringLiteral("IDS_WEDNESAY"));
+        QCOMPARE(weekday->minimumContentsLength(), 14); // "IDS_WEDNESAY" and two more
+        QCOMPARE(day->count(), 28);
+        QCOMPARE(day->itemText(0) + day->itemText(27), QStringLiteral("128"));
+        QCOMPARE(find<QLabel>("labelDataPercentSign")->text(), QStringLiteral("%"));
+        QVERIFY(m_page->getVolumeLimitSettings(QStringLiteral("noSuchKey")).isNull());
+
+        // A rebuild replaces the tree; a dialog that takes the page with it
+        // leaves no dangling parts behind.
+        QPointer<QWidget> first = m_page->GetPageWidget();
+        QVERIFY(m_page->InitNetInfoSetting());
+        QVERIFY(first.isNull());
+        auto dialog = std::make_unique<QWidget>();
+        QRect rect(0, 0, 400, 300);
+        QVERIFY(m_page->ShowNetInfoSettingDlg(dialog.get(), rect));
+        dialog.reset();
+        QVERIFY(!m_page->GetPageWidget());
+        QVERIFY(!m_page->SaveNetInfoSettings());
+        QVERIFY(!m_page->HideNetInfoSetting());
+    }
+
+    void periodMode_data()
+    {
+        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<QStringList>("clicks");
+        QTest::addColumn<QString>("state");
+        const QStringList weekly = { "radioWeekly=true", "radioMonthly=false" };
+        QTest::newRow("start date, monthly chosen")
+            << QStringList { "chkRecurrence=false" } << QStringList()
+            << "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0";
+        QTest::newRow("weekly from Wednesday")
+            << weekly + QStringList { "startweekdate=3" } << QStringList()
+            << "date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=3 mday=0";
+        QTest::newRow("monthly on the 28th")
+            << QStringList { "startmonthdate=27" } << QStringList()
+            << "date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=4 mday=27";
+        QTest::newRow("indexes out of range or not numbers")
+            << QStringList { "startweekdate=9", "startmonthdate=x" } << QStringList()
+            << "date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=0 mday=0";
+        QTest::newRow("recurrence off")
+            << QStringList() << QStringList { "dateeditSetDate" }
+            << "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0";
+        QTest::newRow("recurrence on again")
+            << weekly + QStringList { "chkRecurrence=false" } << QStringList { "dateeditSetDate" }
+            << "date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=4 mday=0";
+        QTest::newRow("radio to radio")
+            << QStringList() << QStringList { "radioDaily", "radioWeekly" }
+            << "date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=4 mday=0";
+        QTest::newRow("recurrence on, no radio")
+            << QStringList { "chkRecurrence=false", "radioMonthly=false" }
+            << QStringList { "dateeditSetDate" }
+            << "date=0 rec=1 radios=111 week=0 month=0 radio=none wday=4 mday=0";
+    }
+
+    void periodMode()
+    {
+        QFETCH(QStringList, stored);
+        QFETCH(QStringList, clicks);
+        QFETCH(QString, state);
+        QVERIFY(build(stored));
+        click(clicks);
+        QCOMPARE(periodState(), state);
+    }
+
+    void limitsAndWarnings_data()
+    {
+        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<QStringList>("off");
+        QTest::addColumn<QStringList>("clicks");
+        QTest::addColumn<QString>("state");
+        const QStringList noLimits = { "chkVolume=false", "chkTimeVolume=false", "chkWarnbefore=false" };
+        QTest::newRow("data off, time still on")
+            << QStringList() << QStringList() << QStringList { "checkBoxDataVolume" }
+            << "data=odv time=xev before=xev exceed=xev percent=ev80 group=v";
+        QTest::newRow("last limit off clears warnings")
+            << QStringList { "chkTimeVolume=false" } << QStringList() << QStringList { "checkBoxDataVolume" }
+            << "data=odv time=odv before=odv exceed=odv percent=dv80 group=v";
+        QTest::newRow("hidden time limit counts as off")
+            << QStringList() << QStringList { "TIMEVOLUMELIMIT" } << QStringList { "checkBoxDataVolume" }
+            << "data=odv time=- before=odv exceed=odv percent=dv80 group=v";
+        QTest::newRow("a limit on enables the percentage")
+            << noLimits << QStringList() << QStringList { "checkBoxTimeVolume" }
+            << "data=odv time=xev before=oev exceed=xev percent=ev80 group=v";
+        QTest::newRow("warn-before drives the percentage")
+            << QStringList() << QStringList() << QStringList { "checkBoxWarnBefore" }
+            << "data=xev time=xev before=oev exceed=xev percent=dv80 group=v";
+        QTest::newRow("no warning functions")
+            << noLimits << QStringList { "WarnBefore", "WarnExceed" } << QStringList()
+            << "data=odv time=odv before=oev exceed=xev percent=dv80 group=h";
+        QTest::newRow("no warn-before function")
+            << QStringList() << QStringList { "WarnBefore" } << QStringList()
+            << "data=xev time=xev before=odh exceed=xev percent=dh80 group=v";
+        QTest::newRow("no limit functions")
+            << QStringList() << QStringList { "DATAVOLUMELIMIT", "TIMEVOLUMELIMIT" } << QStringList()
+            << "data=- time=- before=oev exceed=oev percent=dv group=v";
+    }
+
+    void limitsAndWarnings()
+    {
+        QFETCH(QStringList, stored);
+        QFETCH(QStringList, off);
+        QFETCH(QStringList, clicks);
+        QFETCH(QString, state);
+        QVERIFY(build(stored, off));
+        click(clicks);
+        QCOMPARE(limitState(), state);
+    }
+
+    void typing_data()
+    {
+        QTest::addColumn<QString>("entry"); // the line edit's name, what is typed, what it shows
+        QTest::newRow("zero") << "DataVolume 0 ";
+        QTest::newRow("leading zero") << "DataVolume 012 12";
+        QTest::newRow("data: six digits") << "DataVolume 1234567 123456";
+        QTest::newRow("time: five digits") << "TimeVolume 1234567 12345";
+        QTest::newRow("percent: two digits") << "WarnPercent 100 10";
+    }
+
+    void typing()
+    {
+        QFETCH(QString, entry);
+        const QStringList parts = entry.split(QLatin1Char(' '));
+        QVERIFY(build());
+        auto* line = find<QLineEdit>(qPrintable(QStringLiteral("lineEdit") + parts[0]));
+        line->clear();
+        QTest::keyClicks(line, parts[1]);
+        QCOMPARE(line->text(), parts[2]);
+    }
+
+    void dateEditTakesNoKeys()
+    {
+        QVERIFY(build());
+        auto* edit = find<QDateEdit>("dateedit");
+        QCOMPARE(edit->date(), QDate(2010, 1, 31));
+        QTest::keyClicks(edit, QStringLiteral("2015"));
+        QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
+        QApplication::sendEvent(edit, &up);
+        QVERIFY(!up.isAccepted());
+        QCOMPARE(edit->date(), QDate(2010, 1, 31));
+    }
+
+    void okRefusesEmptyEntry_data()
+    {
+        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<QString>("edit");
+        QTest::addColumn<QString>("prompt");
+        QTest::newRow("data volume, limit off") << QStringList { "chkVolume=false" } << "lineEditDataVolume"
+                                                << "IDS_INPUT_DATA_VOLUME";
+        QTest::newRow("time volume") << QStringList() << "lineEditTimeVolume"
+                                     << "IDS_INPUT_TIME_VOLUME_LIMIT";
+        QTest::newRow("percentage, warning off")
+            << QStringList { "chkWarnbefore=false" } << "lineEditWarnPercent"
+            << "IDS_INPUT_DATA_WARN_PERCENTAGE";
+    }
+
+    // The page stays open with the entries as they are; nothing reaches the
+    // file or the view, while the period choices already sit in the map and
+    // so come back on Cancel.
+    void okRefusesEmptyEntry()
+    {
+        QFETCH(QStringList, stored);
+        QFETCH(QString, edit);
+        QFETCH(QString, prompt);
+        QVERIFY(build(stored));
+        QFile file(userFile());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray old = file.readAll();
+        QStringList prompts;
+        CommonUtils::SetMessageHook([&prompts](QMessageBox& box) {
+            prompts << box.windowTitle() + QLatin1Char('/') + box.text() + QLatin1Char('/')
+                    + box.buttons().first()->text() + QString::number(box.buttons().size());
+            return int(QMessageBox::Ok);
+        });
+        QSignalSpy changed(m_page, &NetInfoSettingUIPlugin::netInfoSettingsChanged);
+        click({ QStringLiteral("radioWeekly") });
+        find<QComboBox>("comboBoxWeekly")->setCurrentIndex(6);
+        find<QLineEdit>(qPrintable(edit))->clear();
+        QVERIFY(!m_page->SaveNetInfoSettings());
+        QCOMPARE(prompts, QStringList { "IDS_PROPMT/" + prompt + "/IDS_OK1" });
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(file.seek(0));
+        QCOMPARE(file.readAll(), old);
+
+        click({ QStringLiteral("radioMonthly") });
+        QVERIFY(m_page->CancelNetInfoSetting());
+        QCOMPARE(periodState(),
+            QStringLiteral("date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=6 mday=0"));
+    }
+
+    void okSendsSettingsThenWritesFile_data()
+    {
+        QTest::addColumn<QStringList>("off");
+        QTest::addColumn<QString>("payload");
+        QTest::addColumn<QString>("sizes");
+        QTest::newRow("typed sizes, data limit off") << QStringList() << "250,7,1,0"
+                                                     << "SizeVolume=250 SizeTimeVolume=7";
+        QTest::newRow("hidden time row keeps stored size")
+            << QStringList { "TIMEVOLUMELIMIT" } << "250,100,0,0"
+            << "SizeVolume=250 SizeTimeVolume=100";
+    }
+
+    void okSendsSettingsThenWritesFile()
+    {
+        QFETCH(QStringList, off);
+        QFETCH(QString, payload);
+        QFETCH(QString, sizes);
+        QVERIFY(build({}, off));
+        click({ QStringLiteral("checkBoxDataVolume"), QStringLiteral("checkBoxWarnExceed") });
+        find<QLineEdit>("lineEditDataVolume")->setText(QStringLiteral("250"));
+        if (auto* time = find<QLineEdit>("lineEditTimeVolume"))
+            time->setText(QStringLiteral("7"));
+        find<QDateEdit>("dateedit")->setDate(QDate(2011, 2, 3));
+
+        QString sent;
+        connect(m_page, &NetInfoSettingUIPlugin::netInfoSettingsChanged, this,
+            [&](int data, int time, bool before, bool exceeds) {
+                QFile file(userFile());
+                sent = QStringLiteral("%1,%2,%3,%4").arg(data).arg(time).arg(before).arg(exceeds);
+                // The map is already new, the file still old.
+                if (!file.open(QIODevice::ReadOnly) || file.readAll() != kStored
+                    || m_page->getVolumeLimitSettings(QStringLiteral("SizeVolume")) != QLatin1String("250"))
+                    sent += QStringLiteral(" too late");
+            });
+        QVERIFY(m_page->SaveNetInfoSettings());
+        QCOMPARE(sent, payload);
+        QFile file(userFile());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString saved = QString::fromUtf8(file.readAll());
+        for (const QString& line : sizes.split(QLatin1Char(' '))
+                + QStringList {
+                    "chkVolume=false", "chkWarnAfter=false", "startdate=2011-02-03", "startweekdate=4" })
+            QVERIFY2(saved.contains(QLatin1Char('\n') + line + QLatin1Char('\n')),
+                qPrintable(line + " in\n" + saved));
+    }
+};
+
+QTEST_MAIN(TestSettingsPage)
+#include "tst_settings_page.moc"
