@@ -4,7 +4,9 @@
 #include "CommonUtils.h"
 #include "HostIds.h"
 #include "INotify.h"
+#include "IPluginContainer.h"
 #include "IUIPlugin.h"
+#include "Startup.h"
 #include "simulated/SimulatedBackend.h"
 
 #include <QApplication>
@@ -14,6 +16,8 @@
 #include <QLoggingCategory>
 #include <QMessageBox>
 #include <QTextStream>
+
+#include <algorithm>
 
 bool HostOptions::parse(const QApplication& app, HostOptions& options, QString& message)
 {
@@ -111,6 +115,10 @@ int HostApplication::start()
     }
     IUIPlugin* plugin = m_module.uiPlugin();
     INotify* notify = m_module.notify();
+    // Plug-ins ask the container by name which others are loaded.
+    if (IPluginContainer* container = Startup::GetPluginContainer())
+        container->RegisterPlugin(plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(),
+                                  m_module.instance());
 
     if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current())
         backend->startDemo();
@@ -144,12 +152,18 @@ void HostApplication::shutdown()
     IUIPlugin* plugin = m_module.uiPlugin();
     plugin->UnSDKRegisterEvent();
     plugin->OnDestroy();
+    if (IPluginContainer* container = Startup::GetPluginContainer())
+        container->UnregisterPlugin(plugin->GetPluginName(), plugin->GetPluginType());
 }
 
 void HostApplication::onNotified(const QString& target, uint code, quintptr param1, quintptr)
 {
     if (code == HostIds::EventStatusPanel && target == QLatin1String(HostIds::StatusPanelTarget)) {
         m_window.setStatusPanel(reinterpret_cast<QWidget*>(param1));
+    } else if (code == HostIds::EventMinimumWidth && target == QLatin1String(HostIds::MainFrameTarget)) {
+        // The view needs room for its tree beside the graph's legend.
+        const int width = int(std::min<quintptr>(param1, quintptr(m_window.maximumWidth())));
+        m_window.viewArea()->setMinimumWidth(width);
     } else if (code == HostIds::EventDisconnect) {
         // The simulated link drops; the tick lets the watcher see it.
         if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current()) {
