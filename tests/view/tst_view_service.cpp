@@ -79,6 +79,7 @@ class TestViewService : public QObject
     FailingKindBackend* m_backend = nullptr;
     velt::SimulatedBackend* m_sdk = nullptr;
     CNetInfoUIService* m_view = nullptr;
+    int m_unexpectedBoxes = 0;
 
     // Host home with the shipped configuration, the switches in off turned off.
     bool setUp(const QStringList& off = {})
@@ -168,8 +169,20 @@ private slots:
         QApplication::setFont(font);
     }
 
+    // A box no test asked for is declined at once and counted, never left
+    // waiting for a human.
+    void init()
+    {
+        m_unexpectedBoxes = 0;
+        CommonUtils::SetMessageHook([this](QMessageBox&) {
+            ++m_unexpectedBoxes;
+            return int(QMessageBox::Cancel);
+        });
+    }
+
     void cleanup()
     {
+        CommonUtils::SetMessageHook({});
         if (m_view)
             m_view->unSDKRegisterEvent();
         CNetInfoUIService::Destroy();
@@ -177,6 +190,7 @@ private slots:
         m_host.reset();
         m_home.reset();
         QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        QCOMPARE(m_unexpectedBoxes, 0);
     }
 
     void switchesDecideTheRows_data()
@@ -535,7 +549,6 @@ private slots:
         QAction* action = tree->findChild<QAction*>(QStringLiteral("NetInfoUIPlugin_ActionResetAll"));
         QVERIFY(button && action);
         fromGraph ? button->click() : action->trigger();
-        CommonUtils::SetMessageHook({});
 
         QCOMPARE(asked, (QStringList{"IDS_CONFIRM", "IDS_RESET_QUERY", "NetInfoUIPlugin_WidgetParent", "IDS_YES", "IDS_NO",
                                      QString::number(QMessageBox::Question)}));
