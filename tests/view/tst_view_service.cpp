@@ -10,7 +10,9 @@
 #include "CommonUtils.h"
 #include "HostIds.h"
 #include "HostServices.h"
+#include "IPluginContainer.h"
 #include "Sdk.h"
+#include "Startup.h"
 #include "TestHome.h"
 #include "simulated/SimulatedBackend.h"
 
@@ -464,6 +466,30 @@ private slots:
         QVERIFY(root.isNull());
         CNetInfoUIService::Destroy();
         m_view = nullptr;
+    }
+
+    void transferNodeAsksTheHostForWlan_data()
+    {
+        QTest::addColumn<bool>("container");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("wlan plug-in loaded") << true << "IDS_DIALUP_TRANSFER IDS_TREE_TRANSFER";
+        QTest::newRow("no plug-in container") << false << "IDS_TREE_TRANSFER";
+    }
+
+    void transferNodeAsksTheHostForWlan()
+    {
+        QFETCH(bool, container);
+        QFETCH(QString, label);
+        QObject wlan;
+        const QString id = QStringLiteral("wlan-under-test");
+        Startup::DefaultPluginContainer()->RegisterPlugin(id, 1, QStringLiteral("WLanPlugin"), &wlan);
+        if (!container)
+            Startup::SetPluginContainer(nullptr);
+        QTreeWidget* tree = show();
+        Startup::SetPluginContainer(Startup::DefaultPluginContainer());
+        Startup::DefaultPluginContainer()->UnregisterPlugin(id, 1);
+        QVERIFY(tree);
+        QCOMPARE(tree->topLevelItem(0)->text(0), label);
     }
 
     void contextMenuEntries_data()
