@@ -28,6 +28,14 @@ QString speedLabel(int value)
 {
     return QString::number(value) + QStringLiteral(".0");
 }
+
+// Truncated toward zero, and bounded so that the scale's next step of 60
+// still fits an int.
+int scaleUnits(double speed)
+{
+    constexpr double kLimit = 1e9;
+    return static_cast<int>(std::trunc(std::clamp(speed, -kLimit, kLimit)));
+}
 }
 
 GraphWidget::GraphWidget(QWidget* parent)
@@ -89,8 +97,14 @@ void GraphWidget::init()
 
 void GraphWidget::DrawGraph(double up, double down)
 {
-    const int upSpeed = static_cast<int>(std::trunc(up));
-    const int downSpeed = static_cast<int>(std::trunc(down));
+    if (!std::isfinite(up) || !std::isfinite(down)) {
+        NETINFO_WARN("%s: %s: %s: speed %f / %f is not a number; plotted as 0", NetInfoLog::now().constData(),
+                     kSource, "DrawGraph", up, down);
+        up = std::isfinite(up) ? up : 0;
+        down = std::isfinite(down) ? down : 0;
+    }
+    const int upSpeed = scaleUnits(up);
+    const int downSpeed = scaleUnits(down);
     const int top = std::max({m_iMaxSpeed, upSpeed, downSpeed});
     // The scale grows in steps of 60 and never shrinks.
     if (top > m_iMaxSpeed)

@@ -1,7 +1,6 @@
-// The speed graph and its appearance profile: codes and entries of the
-// reader, colour texts, what the graph takes from which position, the scale
-// rule, the two sample lists, where the newest sample is drawn, and the
-// minimum width the host is told.
+// The speed graph and its appearance profile: the reader's codes and entries,
+// the colours and font the graph takes, the scale rule, the two sample
+// lists, where the newest sample is drawn, and the width the host is told.
 #include "NetInfoGraphConfigParse.h"
 #include "NetInfoGraphWidget.h"
 #include "NetInfoUILogic.h"
@@ -19,15 +18,15 @@
 namespace {
 QByteArray profile(const QByteArray& body)
 {
-    return "<?xml version=\"1.0\"?>\n<TrendsCtrlProfile>\n" + body + "\n</TrendsCtrlProfile>\n";
+    return "<?xml version=\"1.0\"?>\n<TrendsCtrlProfile>" + body + "</TrendsCtrlProfile>\n";
 }
 
-// Background white, grid grey, upload red, download blue; every alpha pair
-// differs, and none may matter.
-const QByteArray kKnownColours = "<Color id=\"bg\" color=\"#10FFFFFF\"/><Color id=\"unused\" color=\"#FF00FF00\"/>"
-                                 "<Color id=\"up\" color=\"#20FF0000\"/><Color id=\"down\" color=\"#300000FF\"/>";
-const QByteArray kKnownGrid = "<Color id=\"grid\" color=\"#40808080\"/>";
-const QByteArray kFonts = "<Font/><Font/><Font/><Font id=\"scale\" family=\"DejaVu Sans\" style=\"bold\" size=\"13\"/>";
+// White, unused, red, blue, grey: every colour opaque whatever its alpha
+// pair; a grid without its pair reads as no colour.
+const QByteArray kColours = "<Color color=\"#10FFFFFF\"/><Color/><Color color=\"#80FF0000\"/>"
+                            "<Color color=\"#000000FF\"/>";
+const QByteArray kKnown = profile(kColours + "<Color color=\"#40808080\"/><Font/><Font/><Font/>"
+                                             "<Font family=\"DejaVu Sans\" style=\"bold\" size=\"13\"/>");
 }
 
 class TestGraphWidget : public QObject
@@ -36,30 +35,18 @@ class TestGraphWidget : public QObject
 
     std::unique_ptr<TestHome> m_home;
 
-    // A host home with the shipped switches and the given profile; a null
-    // profile leaves the file out.
-    bool setUp(const QByteArray& content)
+    // The shipped switches ("RESETALLDATA" on) and the given profile, if any.
+    bool setUp(const QByteArray& content = kKnown)
     {
         m_home = std::make_unique<TestHome>();
         return m_home->isValid() && m_home->installDataFile(QStringLiteral("NetInfoUIExConfig.xml"))
                && (content.isNull() || m_home->writePluginFile(QStringLiteral("TrendsCtrlProfile.xml"), content));
     }
 
-    static QStringList describe(const QVector<NetInfoColourConfig>& colours, const QVector<NetInfoFontConfig>& fonts)
-    {
-        QStringList entries;
-        for (const NetInfoColourConfig& colour : colours)
-            entries << colour.strId + '=' + colour.strColor;
-        for (const NetInfoFontConfig& font : fonts)
-            entries << font.strId + '=' + font.strFamily + '/' + font.strStyle + '/' + font.strSize;
-        return entries;
-    }
-
 private slots:
     void cleanup()
     {
-        // With "RESETALLDATA" on the graph's button brought up the view service.
-        CNetInfoUIService::Destroy();
+        CNetInfoUIService::Destroy(); // brought up by the graph's reset button
         NetInfoUILogic::UnregSDK();
         NetInfoUILogic::Destroy();
         NetInfoGraphConfigParse::OnDestroy();
@@ -81,12 +68,12 @@ private slots:
             << QByteArray("<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
             << 6 << "^GroupInfo Read Error " << QStringList{"a=#FF000001", "f=//"};
         QTest::newRow("nested, repeated ids, missing attributes, case")
-            << profile("<Group><Color id=\"x\" color=\"#FF0000FF\"/></Group><Color id=\"x\"/><color id=\"lower\"/>"
+            << profile("<G><Color id=\"x\" color=\"#FF0000FF\"/></G><Color id=\"x\"/><color id=\"lower\"/>"
                        "<Font family=\"Serif\" size=\"9\"/><Other color=\"#FFFFFFFF\"/>")
             << 0 << QString() << QStringList{"x=#FF0000FF", "x=", "=Serif//9"};
-        QTest::newRow("entries before the root are not read")
-            << QByteArray("<Doc><Color id=\"early\"/><TrendsCtrlProfile><Color id=\"late\"/></TrendsCtrlProfile></Doc>")
-            << 0 << QString() << QStringList{"late="};
+        QTest::newRow("entries before the root")
+            << QByteArray("<D><Color id=\"early\"/><TrendsCtrlProfile><Color id=\"late\"/></TrendsCtrlProfile></D>") << 0
+            << QString() << QStringList{"late="};
     }
 
     void profileIsRead()
@@ -100,66 +87,42 @@ private slots:
             QVERIFY(QDir(m_home->pluginDir()).mkdir(QStringLiteral("TrendsCtrlProfile.xml")));
         if (!warning.isEmpty())
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
-        QVector<NetInfoColourConfig> colours{{QStringLiteral("kept"), QStringLiteral("#FF123456")}};
+        QVector<NetInfoColourConfig> colours{{QStringLiteral("kept"), QString()}};
         QVector<NetInfoFontConfig> fonts;
         QCOMPARE(NetInfoGraphConfigParse::GetInstance()->GetSettingsFromXML(colours, fonts), code);
-        QCOMPARE(describe(colours, fonts), QStringList{"kept=#FF123456"} + entries); // appended, never cleared
-    }
-
-    void colourText_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QColor>("colour");
-        QTest::newRow("alpha pair dropped") << "#80FF0000" << QColor(255, 0, 0);
-        QTest::newRow("transparent still opaque") << "#00123456" << QColor(0x12, 0x34, 0x56);
-        QTest::newRow("empty") << "" << QColor();
-        QTest::newRow("no alpha pair") << "#FF0000" << QColor();
-        QTest::newRow("not hexadecimal") << "#FFGG0000" << QColor();
-    }
-
-    void colourText()
-    {
-        QFETCH(QString, text);
-        QFETCH(QColor, colour);
-        const QColor read = NetInfoGraphConfigParse::colour(text);
-        QCOMPARE(read.isValid(), colour.isValid());
-        if (colour.isValid())
-            QCOMPARE(read.rgba(), colour.rgba());
+        QStringList read;
+        for (const NetInfoColourConfig& colour : colours)
+            read << colour.strId + '=' + colour.strColor;
+        for (const NetInfoFontConfig& font : fonts)
+            read << font.strId + '=' + font.strFamily + '/' + font.strStyle + '/' + font.strSize;
+        QCOMPARE(read, QStringList{"kept="} + entries); // appended, never cleared
     }
 
     void graphTakesEntriesByPosition_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QColor>("grid");
-        QTest::addColumn<QString>("family"); // empty: the widget's own
-        QTest::addColumn<int>("pixelSize");  // 0: the widget's own
-        QTest::newRow("full profile") << profile(kKnownColours + kKnownGrid + kFonts) << QColor(0x80, 0x80, 0x80)
-                                      << "DejaVu Sans" << 13;
-        QTest::newRow("four colours, three fonts") << profile(kKnownColours + "<Font/><Font/><Font/>") << QColor()
-                                                   << QString() << 0;
-        QTest::newRow("no profile") << QByteArray() << QColor() << QString() << 0;
+        QTest::addColumn<bool>("font"); // else the widget's own family and size
+        const QByteArray threeFonts = "<Font/><Font/><Font/>";
+        QTest::newRow("five colours, four fonts") << kKnown << QColor(0x80, 0x80, 0x80) << true;
+        QTest::newRow("four colours, three fonts") << profile(kColours + threeFonts) << QColor() << false;
+        QTest::newRow("grid without its alpha pair")
+            << profile(kColours + "<Color color=\"#808080\"/>" + threeFonts) << QColor() << false;
     }
 
     void graphTakesEntriesByPosition()
     {
         QFETCH(QByteArray, content);
         QFETCH(QColor, grid);
-        QFETCH(QString, family);
-        QFETCH(int, pixelSize);
+        QFETCH(bool, font);
         QVERIFY(setUp(content));
-        if (content.isNull())
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("does not exist$")));
         GraphWidget graph;
-        QCOMPARE(graph.gridColour().isValid(), grid.isValid());
-        if (grid.isValid())
-            QCOMPARE(graph.gridColour(), grid);
-        const bool colours = !content.isNull();
-        QCOMPARE(graph.uploadColour(), colours ? QColor(Qt::red) : QColor());
-        QCOMPARE(graph.downloadColour(), colours ? QColor(Qt::blue) : QColor());
-        QCOMPARE(graph.graphFont().family(), family.isEmpty() ? graph.font().family() : family);
-        QCOMPARE(graph.graphFont().pixelSize(), pixelSize ? pixelSize : graph.font().pixelSize());
-        // The profile's style is not read; the weight is always the normal one.
-        QCOMPARE(graph.graphFont().weight(), QFont::Normal);
+        QCOMPARE(graph.gridColour(), grid);
+        QCOMPARE(graph.uploadColour(), QColor(Qt::red));
+        QCOMPARE(graph.downloadColour(), QColor(Qt::blue));
+        QCOMPARE(graph.graphFont().family(), font ? QStringLiteral("DejaVu Sans") : graph.font().family());
+        QCOMPARE(graph.graphFont().pixelSize(), font ? 13 : graph.font().pixelSize());
+        QCOMPARE(graph.graphFont().weight(), QFont::Normal); // the profile's style is not read
     }
 
     void scaleOnlyGrows_data()
@@ -169,19 +132,20 @@ private slots:
         QTest::newRow("61, 120, 121, 10") << QList<QPointF>{{61, 0}, {120, 0}, {121, 0}, {10, 0}}
                                           << QList<int>{120, 120, 180, 180};
         QTest::newRow("60 fits the first scale") << QList<QPointF>{{60, 60}} << QList<int>{60};
-        QTest::newRow("a first 120 needs the next step") << QList<QPointF>{{120, 0}} << QList<int>{180};
+        QTest::newRow("a first 120 takes the next step") << QList<QPointF>{{120, 0}} << QList<int>{180};
         QTest::newRow("fractions truncated") << QList<QPointF>{{60.99, 0}, {0, 119.99}} << QList<int>{60, 120};
         QTest::newRow("negatives truncated toward zero") << QList<QPointF>{{-500, -60.5}} << QList<int>{60};
         QTest::newRow("download alone") << QList<QPointF>{{0, 250.5}} << QList<int>{300};
+        QTest::newRow("odd values stay in range") << QList<QPointF>{{qInf(), 1e12}, {qQNaN(), -1e12}}
+                                                  << QList<int>{1000000020, 1000000020};
     }
 
     void scaleOnlyGrows()
     {
         QFETCH(QList<QPointF>, samples);
         QFETCH(QList<int>, scales);
-        QVERIFY(setUp(profile(kKnownColours + kKnownGrid + kFonts)));
+        QVERIFY(setUp());
         GraphWidget graph;
-        QCOMPARE(graph.maxSpeed(), 60);
         QList<int> seen;
         for (const QPointF& sample : samples) {
             graph.DrawGraph(sample.x(), sample.y());
@@ -193,30 +157,27 @@ private slots:
     void uploadTrimmedDownloadNot_data()
     {
         QTest::addColumn<int>("extra"); // updates beyond the sample limit
-        QTest::addColumn<int>("uploadBeyond");
         for (int extra = 0; extra < 4; ++extra)
-            QTest::addRow("limit + %d", extra) << extra << extra % 2;
+            QTest::addRow("limit + %d", extra) << extra;
     }
 
     void uploadTrimmedDownloadNot()
     {
         QFETCH(int, extra);
-        QFETCH(int, uploadBeyond);
-        QVERIFY(setUp(profile(kKnownColours + kKnownGrid + kFonts)));
+        QVERIFY(setUp());
         GraphWidget graph;
-        // The limit is the width the widget had when it was made.
-        QCOMPARE(graph.maxSamples(), graph.width());
+        QCOMPARE(graph.maxSamples(), graph.width()); // the width it was made with
         const int updates = graph.maxSamples() + extra;
         for (int i = 1; i <= updates; ++i)
             graph.DrawGraph(i, -i);
+        // The upload list alternates between the limit and one more, losing
+        // its oldest; the download list keeps everything. Newest first.
         const QList<double>& up = graph.uploadSamples();
-        const QList<double>& down = graph.downloadSamples();
-        QCOMPARE(up.size(), graph.maxSamples() + uploadBeyond);
-        QCOMPARE(down.size(), updates);
-        // Newest first; only the oldest uploads went.
+        QCOMPARE(up.size(), graph.maxSamples() + extra % 2);
         QCOMPARE(up.first(), double(updates));
         QCOMPARE(up.last(), double(updates - up.size() + 1));
-        QCOMPARE(down.last(), -1.0);
+        QCOMPARE(graph.downloadSamples().size(), updates);
+        QCOMPARE(graph.downloadSamples().last(), -1.0);
     }
 
     void newestSampleAtTheLeadingEdge_data()
@@ -233,17 +194,14 @@ private slots:
         QFETCH(bool, rightToLeft);
         QFETCH(int, samples);
         QGuiApplication::setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-        QVERIFY(setUp(profile(kKnownColours + kKnownGrid + kFonts)));
+        QVERIFY(setUp());
         GraphWidget graph;
         graph.resize(400, 300);
-        // Idle, then the newest sample at the top of the scale: a rise only at
-        // the newest end, drawn in the upload colour.
+        // Idle, then the top of the scale: red rises only at the newest end.
         for (int i = 1; i < samples; ++i)
             graph.DrawGraph(0, 0);
         graph.DrawGraph(60, 0);
-        QCOMPARE(graph.maxSpeed(), 60);
         const QImage image = graph.grab().toImage();
-
         QCOMPARE(QColor(image.pixel(200, 5)), QColor(Qt::white));
         int left = image.width();
         int right = -1;
@@ -253,13 +211,10 @@ private slots:
                     left = std::min(left, x);
                     right = std::max(right, x);
                 }
-        if (samples < 2) {
-            QCOMPARE(right, -1);
-            return;
-        }
-        QVERIFY2(right >= 0, "no rise drawn");
         const QByteArray where = QByteArray::number(left) + ".." + QByteArray::number(right);
-        if (rightToLeft)
+        if (samples < 2)
+            QVERIFY2(right < 0, where);
+        else if (rightToLeft)
             QVERIFY2(left >= 8 && right <= 14, where);
         else
             QVERIFY2(left >= image.width() - 14 && right <= image.width() - 8, where);
@@ -268,27 +223,23 @@ private slots:
         auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
         QVERIFY(button);
         QCOMPARE(button->geometry().bottom(), graph.height() - 2);
-        if (rightToLeft)
-            QCOMPARE(button->x(), 9);
-        else
-            QCOMPARE(button->geometry().right(), graph.width() - 9);
+        QCOMPARE(rightToLeft ? button->x() : button->geometry().right(), rightToLeft ? 9 : graph.width() - 9);
     }
 
     void minimumWidthGoesToTheHost()
     {
-        QVERIFY(setUp(profile(kKnownColours + kKnownGrid + kFonts)));
+        QVERIFY(setUp());
         HostServices services;
         QSignalSpy told(services.notifyService(), &NotifyService::notified);
         GraphWidget graph;
-        auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
-        QVERIFY(button && !button->isHidden());
         graph.setGraphMinmumWidth(225);
         QCOMPARE(told.count(), 1);
         QCOMPARE(told.first().at(0).toString(), QLatin1String(HostIds::MainFrameTarget));
         QCOMPARE(told.first().at(1).toUInt(), HostIds::EventMinimumWidth);
-        // The graph's own need, the tree's width and a margin.
+        // The graph's own need (legend and button), the tree's width, a margin.
         QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(graph.minimumWidth() + 225 + 70));
-        QVERIFY(graph.minimumWidth() > button->width() + 70);
+        auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
+        QVERIFY(button && graph.minimumWidth() > button->width() + 70);
     }
 };
 
