@@ -1,5 +1,6 @@
 #include "NetInfoUIService.h"
 
+#include "NetInfoGraphWidget.h"
 #include "NetInfoLog.h"
 #include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUILogic.h"
@@ -92,6 +93,7 @@ int CNetInfoUIService::Init()
     }
 
     createMainWidget();
+    createRightClickActions();
     return 1;
 }
 
@@ -164,6 +166,7 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
         updateStoredStatistics();
         updateStatisticsStrings();
         updateTransferStrings();
+        updateRightClickItems();
         setSpeedLanguage();
         if (m_pNoteItem)
             m_pNoteItem->setText(0, QStringLiteral("     ") + tr(QStringLiteral("IDS_NOTES")));
@@ -377,6 +380,11 @@ void CNetInfoUIService::OnDestroy()
     m_pLimitMsgLabel = m_pDataVolumeLabel = m_pTimeVolumeLabel = nullptr;
     m_pLimitLayout = nullptr;
     m_pLimitRowLayout = nullptr;
+
+    // With "SHOWGRAPH" off the graph never joined the widget tree.
+    if (m_pGraph && !m_pGraph->parent())
+        delete m_pGraph;
+    m_pGraph = nullptr;
 
     // A panel that no host took is still ours.
     if (!m_pNotifyService)

@@ -12,10 +12,12 @@
 #include <QString>
 #include <QVector>
 
+class GraphWidget;
 class GridDelegateLayout;
 class INotifyService;
 class NetInfoSettingUIPlugin;
 class NetInfoUILogic;
+class QAction;
 class QFormLayout;
 class QHBoxLayout;
 class QLabel;
@@ -68,6 +70,11 @@ signals:
 public slots:
     void onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData,
                              QString stringTime);
+    void showTreeContextMenu(QPoint point);
+    void expandAll();
+    void collapseAll();
+    void resetStatistics();
+    void onResetButtonClicked();
     void movedSplitter(int iPos, int iIndex);
 
 private:
@@ -99,6 +106,11 @@ private:
     void updateStatisticsStrings();
     void setSpeedLanguage();
     void translateCachedLabels();
+
+    // Context menu, reset and the graph's place in the splitter.
+    void createRightClickActions();
+    void updateRightClickItems();
+    void createGraphWidget();
 
     static CNetInfoUIService* m_pInstance;
 
@@ -140,6 +152,13 @@ private:
     QLabel* m_pTimeVolumeLabel = nullptr;
     QPushButton* m_pResetButton = nullptr;
     QPushButton* m_pSetLimitButton = nullptr;
+
+    // The speed graph, placed in the splitter only with "SHOWGRAPH", and the
+    // tree's context-menu actions (children of the tree).
+    GraphWidget* m_pGraph = nullptr;
+    QAction* m_pActionResetAll = nullptr;
+    QAction* m_pActionExpandAll = nullptr;
+    QAction* m_pActionCollapseAll = nullptr;
 
     INotifyService* m_pNotifyService = nullptr;
 
