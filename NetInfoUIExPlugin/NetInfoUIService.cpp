@@ -1,5 +1,6 @@
 #include "NetInfoUIService.h"
 
+#include "NetInfoGraphWidget.h"
 #include "NetInfoLog.h"
 #include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUILogic.h"
@@ -98,6 +99,7 @@ int CNetInfoUIService::Init()
                 &CNetInfoUIService::onNetInfoSettingsChanged);
 
     createMainWidget();
+    createRightClickActions();
     return 1;
 }
 
@@ -171,6 +173,7 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
         updateStatisticsStrings();
         updateTransferStrings();
         updateDataVolumeStrings();
+        updateRightClickItems();
         setSpeedLanguage();
         if (m_pNoteItem)
             m_pNoteItem->setText(0, QStringLiteral("     ") + tr(QStringLiteral("IDS_NOTES")));
@@ -394,6 +397,10 @@ void CNetInfoUIService::OnDestroy()
     m_pWarnPrompt = nullptr;
     m_pDataProgress = m_pTimeProgress = nullptr;
     m_pResetButton = m_pSetLimitButton = nullptr;
+    // With "SHOWGRAPH" off the graph never joined the widget tree.
+    if (m_pGraph && !m_pGraph->parent())
+        delete m_pGraph;
+    m_pGraph = nullptr;
 
     // A panel that no host took is still ours.
     if (!m_pNotifyService)

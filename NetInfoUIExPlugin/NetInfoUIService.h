@@ -14,12 +14,14 @@
 #include <QTime>
 #include <QVector>
 
+class GraphWidget;
 class GridDelegateLayout;
 class INotifyService;
 class LwProgressBar;
 class NetInfoConfigParse;
 class NetInfoSettingUIPlugin;
 class NetInfoUILogic;
+class QAction;
 class QFormLayout;
 class QHBoxLayout;
 class QLabel;
@@ -94,7 +96,11 @@ signals:
 public slots:
     void onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData,
                              QString stringTime);
-    void onResetButtonClicked(); // TEMP-MERGE
+    void showTreeContextMenu(QPoint point);
+    void expandAll();
+    void collapseAll();
+    void resetStatistics();
+    void onResetButtonClicked();
     void onSetLimitButtonClicked();
     void movedSplitter(int iPos, int iIndex);
     void onNetInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds);
@@ -152,6 +158,11 @@ private:
     void setSpeedLanguage();
     void translateCachedLabels();
 
+    // Context menu, reset and the graph's place in the splitter.
+    void createRightClickActions();
+    void updateRightClickItems();
+    void createGraphWidget();
+
     static CNetInfoUIService* m_pInstance;
 
     QWidget* m_pMainWidget = nullptr;
@@ -195,6 +206,13 @@ private:
     LwProgressBar* m_pDataProgress = nullptr;
     LwProgressBar* m_pTimeProgress = nullptr;
     WarnPrompt* m_pWarnPrompt = nullptr;
+
+    // The speed graph, placed in the splitter only with "SHOWGRAPH", and the
+    // tree's context-menu actions (children of the tree).
+    GraphWidget* m_pGraph = nullptr;
+    QAction* m_pActionResetAll = nullptr;
+    QAction* m_pActionExpandAll = nullptr;
+    QAction* m_pActionCollapseAll = nullptr;
 
     INotifyService* m_pNotifyService = nullptr;
 

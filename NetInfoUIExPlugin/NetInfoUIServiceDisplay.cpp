@@ -1,6 +1,7 @@
 // Live and stored figures: the tree's texts and the status panel's values.
 #include "NetInfoUIService.h"
 
+#include "NetInfoGraphWidget.h"
 #include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
 #include "TimeOfDay.h"
@@ -49,6 +50,17 @@ void CNetInfoUIService::onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, 
         m_strDurationText = m_strDuration;
         m_pTransferTimeItem->setText(0, m_strTime + QLatin1Char(' ') + m_strDuration);
         setLabel(m_pDurationLabel, m_strDuration);
+    }
+    if (m_pGraph && m_pLogic->IsFunctionEnable(QStringLiteral("SHOWGRAPH"))) {
+        // Plotted in the first speed unit; a unit without a factor plots zeros.
+        double up = 0;
+        double down = 0;
+        if (!m_vecSpeedUnits.isEmpty() && m_vecSpeedUnits.first().iValue != 0) {
+            const qint32 unit = m_vecSpeedUnits.first().iValue;
+            up = double(quint32(ulUpSpeed)) / unit;
+            down = double(quint32(ulDownSpeed)) / unit;
+        }
+        m_pGraph->DrawGraph(up, down);
     }
 
     updateStoredStatistics();

@@ -155,6 +155,3 @@ void CNetInfoUIService::onNetInfoSettingsChanged(int dataVolume, int timeVolume,
     InitParam();
     updateStoredStatistics();
 }
-
-// TEMP-MERGE: replaced by the reset of the context-menu work.
-void CNetInfoUIService::onResetButtonClicked() {}

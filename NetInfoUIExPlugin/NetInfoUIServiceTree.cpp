@@ -66,6 +66,7 @@ void CNetInfoUIService::createMainWidget()
     connect(m_pWarnPrompt, &WarnPrompt::DisConnectDialup, this, &CNetInfoUIService::onSelectDisconnectDialup);
 
     createLeftWidget();
+    createGraphWidget();
     m_pMainLayout->addWidget(m_pSplitter);
 }
 
@@ -115,6 +116,7 @@ void CNetInfoUIService::createStatisticsWidget()
     m_pTree->setObjectName(QStringLiteral("NetInfoUIPlugin_WidgetTree"));
     m_pTree->setColumnCount(1);
     m_pTree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_pTree, &QWidget::customContextMenuRequested, this, &CNetInfoUIService::showTreeContextMenu);
     m_pTree->setHeaderHidden(true);
     m_pTree->setRootIsDecorated(false);
     m_pTree->setTextElideMode(Qt::ElideNone);

@@ -4,9 +4,11 @@
 #include "CommonUtils.h"
 #include "HostIds.h"
 #include "INotify.h"
+#include "IPluginContainer.h"
 #include "ISettingUIPlugin.h"
 #include "IUIPlugin.h"
 #include "SettingsDialog.h"
+#include "Startup.h"
 #include "simulated/SimulatedBackend.h"
 
 #include <QApplication>
@@ -16,6 +18,8 @@
 #include <QLoggingCategory>
 #include <QMessageBox>
 #include <QTextStream>
+
+#include <algorithm>
 
 bool HostOptions::parse(const QApplication& app, HostOptions& options, QString& message)
 {
@@ -114,6 +118,10 @@ int HostApplication::start()
     }
     IUIPlugin* plugin = m_module.uiPlugin();
     INotify* notify = m_module.notify();
+    // Plug-ins ask the container by name which others are loaded.
+    if (IPluginContainer* container = Startup::GetPluginContainer())
+        container->RegisterPlugin(plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(),
+                                  m_module.instance());
 
     if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current())
         backend->startDemo();
@@ -147,6 +155,8 @@ void HostApplication::shutdown()
     IUIPlugin* plugin = m_module.uiPlugin();
     plugin->UnSDKRegisterEvent();
     plugin->OnDestroy();
+    if (IPluginContainer* container = Startup::GetPluginContainer())
+        container->UnregisterPlugin(plugin->GetPluginName(), plugin->GetPluginType());
 }
 
 void HostApplication::onNotified(const QString& target, uint code, quintptr param1, quintptr)
@@ -156,6 +166,10 @@ void HostApplication::onNotified(const QString& target, uint code, quintptr para
     } else if (code == HostIds::EventOpenSettings) {
         // Queued: the plug-in's button handler returns before the dialog runs.
         QMetaObject::invokeMethod(this, &HostApplication::openSettings, Qt::QueuedConnection);
+    } else if (code == HostIds::EventMinimumWidth && target == QLatin1String(HostIds::MainFrameTarget)) {
+        // The view needs room for its tree beside the graph's legend.
+        const int width = int(std::min<quintptr>(param1, quintptr(m_window.maximumWidth())));
+        m_window.viewArea()->setMinimumWidth(width);
     } else if (code == HostIds::EventDisconnect) {
         // The simulated link drops; the tick lets the watcher see it.
         if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current()) {

@@ -85,5 +85,6 @@ bool PluginModule::load()
         m_pNotify = nullptr;
         return false;
     }
+    m_pInstance = instance;
     return true;
 }

@@ -27,6 +27,7 @@ public:
     bool load();
     QString errorString() const { return m_strError; }
 
+    QObject* instance() const { return m_pInstance; }
     IUIPlugin* uiPlugin() const { return m_pUIPlugin; }
     INotify* notify() const { return m_pNotify; }
 
@@ -36,6 +37,7 @@ private:
     QString m_strDirectory;
     QPluginLoader m_loader;
     QString m_strError;
+    QObject* m_pInstance = nullptr;
     IUIPlugin* m_pUIPlugin = nullptr;
     INotify* m_pNotify = nullptr;
 };

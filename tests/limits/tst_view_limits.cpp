@@ -59,13 +59,16 @@ class TestViewLimits : public QObject
         user.close();
         const bool configured = config.isEmpty() ? m_home->installDataFile("NetInfoUIExConfig.xml")
                                                  : m_home->writePluginFile("NetInfoUIExConfig.xml", config);
-        if (!configured)
+        if (!configured || !m_home->installDataFile("TrendsCtrlProfile.xml"))
             return false;
         auto backend = std::make_unique<velt::SimulatedBackend>([] { return qint64(1700000000); });
         m_sdk = backend.get();
         velt::Sdk::instance().setBackend(std::move(backend));
         m_view = CNetInfoUIService::instance();
+        // The two refused connections the view keeps on purpose.
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such slot .*onResetButtonClicked"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such signal .*ResetButtonClicked"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("sender name"));
         m_view->Init();
         return true;
     }
@@ -324,9 +327,11 @@ private slots:
         QVERIFY(!m_view->warnPrompt()->dialog()->isVisible());
         QVERIFY(!box->isChecked());
         ok->click();
-        QCOMPARE(notified.count(), 1);
-        QCOMPARE(notified.first().at(0).toString(), QString(HostIds::ConnectionTarget));
-        QCOMPARE(notified.first().at(1).toUInt(), HostIds::EventDisconnect);
+        QList<QString> disconnects;
+        for (const QList<QVariant>& event : notified)
+            if (event.at(1).toUInt() == HostIds::EventDisconnect)
+                disconnects << event.at(0).toString();
+        QCOMPARE(disconnects, QList<QString>{HostIds::ConnectionTarget});
     }
 };
 

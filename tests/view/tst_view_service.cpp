@@ -1,6 +1,8 @@
 // The view service in a sandboxed host home with a scripted SDK: rows per
 // switch, column width, mirrored icons, drawing, live and stored figures, the
-// status panel, host notifications, the settings page and shut-down.
+// status panel, host notifications, the settings page, the context menu,
+// reset, the graph's placement and shut-down.
+#include "NetInfoGraphWidget.h"
 #include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUILogic.h"
 #include "NetInfoUIService.h"
@@ -77,6 +79,7 @@ class TestViewService : public QObject
     FailingKindBackend* m_backend = nullptr;
     velt::SimulatedBackend* m_sdk = nullptr;
     CNetInfoUIService* m_view = nullptr;
+    int m_unexpectedBoxes = 0;
 
     // Host home with the shipped configuration, the switches in off turned off.
     bool setUp(const QStringList& off = {})
@@ -89,7 +92,8 @@ class TestViewService : public QObject
         for (const QString& name : off)
             config.replace("name=\"" + name.toLatin1() + "\" value=\"true\"", "name=\"" + name.toLatin1() + "\" value=\"false\"");
         if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config)
-            || !m_home->installDataFile(QStringLiteral("DataUsageLimit.ini")))
+            || !m_home->installDataFile(QStringLiteral("DataUsageLimit.ini"))
+            || !m_home->installDataFile(QStringLiteral("TrendsCtrlProfile.xml")))
             return false;
         // Left half red, right half blue, green top-left corner: a mirror
         // moves the green to the right and keeps it on top.
@@ -105,6 +109,8 @@ class TestViewService : public QObject
         velt::Sdk::instance().setBackend(std::move(backend));
         m_view = CNetInfoUIService::instance();
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("No such slot .*onResetButtonClicked")));
+        // Kept as the view always made it, though the graph has no such signal.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("No such signal GraphWidget::ResetButtonClicked")));
         m_view->Init();
         return true;
     }
@@ -164,8 +170,20 @@ private slots:
         QApplication::setFont(font);
     }
 
+    // A box no test asked for is declined at once and counted, never left
+    // waiting for a human.
+    void init()
+    {
+        m_unexpectedBoxes = 0;
+        CommonUtils::SetMessageHook([this](QMessageBox&) {
+            ++m_unexpectedBoxes;
+            return int(QMessageBox::Cancel);
+        });
+    }
+
     void cleanup()
     {
+        CommonUtils::SetMessageHook({});
         if (m_view)
             m_view->unSDKRegisterEvent();
         CNetInfoUIService::Destroy();
@@ -173,6 +191,7 @@ private slots:
         m_host.reset();
         m_home.reset();
         QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        QCOMPARE(m_unexpectedBoxes, 0);
     }
 
     void switchesDecideTheRows_data()
@@ -266,7 +285,8 @@ private slots:
     {
         QFETCH(bool, rightToLeft);
         QGuiApplication::setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-        QTreeWidget* tree = show();
+        // The tree alone, so that its column fits the viewport either way round.
+        QTreeWidget* tree = show({QStringLiteral("SHOWGRAPH")});
         QVERIFY(tree);
         emitLive(QStringLiteral(" "));
         int icons = 0;
@@ -322,6 +342,7 @@ private slots:
         QSignalSpy handed(services.notifyService(), &NotifyService::notified);
         QTreeWidget* tree = show();
         QVERIFY(tree);
+        handed.clear(); // the graph's minimum width
         emitLive(QStringLiteral("00:01:00"));
         emitLive(second);
         QCOMPARE(tree->topLevelItem(0)->child(0)->text(0), QStringLiteral("IDS_TREE_TIME_TRANSFER ") + shown);
@@ -444,6 +465,124 @@ private slots:
         QVERIFY(root.isNull());
         CNetInfoUIService::Destroy();
         m_view = nullptr;
+    }
+
+    void contextMenuEntries_data()
+    {
+        QTest::addColumn<QStringList>("off");
+        QTest::addColumn<QStringList>("entries");
+        QTest::addColumn<int>("chosen");
+        QTest::addColumn<bool>("expanded"); // the upload node afterwards
+        const QStringList tail{"IDS_EXPAND_ALL", "IDS_COLLAPSE_ALL"};
+        QTest::newRow("statistics on, collapse") << QStringList() << QStringList{"IDS_CLEAR_VOLUME"} + tail << 2 << false;
+        QTest::newRow("statistics off, expand") << QStringList{"STATISTICS"} << tail << 0 << true;
+    }
+
+    void contextMenuEntries()
+    {
+        QFETCH(QStringList, off);
+        QFETCH(QStringList, entries);
+        QFETCH(int, chosen);
+        QFETCH(bool, expanded);
+        QTreeWidget* tree = show(off);
+        QVERIFY(tree);
+        if (expanded)
+            tree->collapseAll();
+        QStringList shown;
+        // The menu runs modally: read it, choose, and close it from inside.
+        QTimer::singleShot(0, tree, [&] {
+            auto* menu = tree->findChild<QMenu*>();
+            if (!menu)
+                return;
+            for (QAction* action : menu->actions())
+                shown << action->text() + (action->isEnabled() ? "" : " (disabled)");
+            if (QAction* action = menu->actions().value(chosen))
+                action->trigger();
+            menu->close();
+        });
+        emit tree->customContextMenuRequested(QPoint(4, 4));
+        QCOMPARE(shown, entries);
+        QVERIFY(!tree->findChild<QMenu*>()); // discarded once closed
+        QCOMPARE(tree->topLevelItem(0)->child(1)->isExpanded(), expanded);
+    }
+
+    void resetAsksFirst_data()
+    {
+        QTest::addColumn<bool>("fromGraph"); // else from the context menu
+        QTest::addColumn<int>("answer");
+        QTest::newRow("menu, declined") << false << int(QMessageBox::Cancel);
+        QTest::newRow("menu, confirmed") << false << int(QMessageBox::Ok);
+        QTest::newRow("graph button, declined") << true << int(QMessageBox::Cancel);
+        QTest::newRow("graph button, confirmed") << true << int(QMessageBox::Ok);
+    }
+
+    void resetAsksFirst()
+    {
+        QFETCH(bool, fromGraph);
+        QFETCH(int, answer);
+        QTreeWidget* tree = show();
+        QVERIFY(tree);
+        const int kinds[3] = {VELT_REPORT_TODAY, VELT_REPORT_MONTH, VELT_REPORT_YEAR};
+        for (int i = 0; i < 3; ++i)
+            m_sdk->setReport(kinds[i], record((2 * i + 1) * 1024, (2 * i + 2) * 1024));
+        emit NetInfoUILogic::Instance()->statisticsChanged(2048, 512, 3072, 1024, QStringLiteral("00:00:05"));
+        const QStringList stored = storedTexts(tree);
+        const QString live = tree->topLevelItem(0)->child(1)->child(1)->text(0);
+        const QString lastReset = tree->topLevelItem(1)->child(0)->text(0);
+
+        QStringList asked;
+        CommonUtils::SetMessageHook([&](QMessageBox& box) {
+            asked << box.windowTitle() << box.text() << box.parentWidget()->objectName();
+            for (QAbstractButton* button : box.buttons())
+                asked << button->text();
+            asked << QString::number(box.icon());
+            return answer;
+        });
+        m_backend->asked.clear();
+        QAbstractButton* button = m_host->findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
+        QAction* action = tree->findChild<QAction*>(QStringLiteral("NetInfoUIPlugin_ActionResetAll"));
+        QVERIFY(button && action);
+        fromGraph ? button->click() : action->trigger();
+
+        QCOMPARE(asked, (QStringList{"IDS_CONFIRM", "IDS_RESET_QUERY", "NetInfoUIPlugin_WidgetParent", "IDS_YES", "IDS_NO",
+                                     QString::number(QMessageBox::Question)}));
+        const bool confirmed = answer == QMessageBox::Ok;
+        QCOMPARE(m_backend->asked.isEmpty(), !confirmed); // no refresh unless reset
+        QStringList zeros;
+        for (int row = 0; row < 6; ++row)
+            zeros << QStringLiteral("IDS_TREE_%1_DATA 0 IDS_UNIT_BYTE").arg(row % 2 ? "DOWNLOADED" : "UPLOADED");
+        QCOMPARE(storedTexts(tree), confirmed ? zeros : stored);
+        QCOMPARE(tree->topLevelItem(1)->child(0)->text(0) != lastReset, confirmed);
+        QCOMPARE(tree->topLevelItem(0)->child(1)->child(1)->text(0), live); // the connection's own figures stay
+    }
+
+    void graphPlacement_data()
+    {
+        QTest::addColumn<bool>("showGraph");
+        QTest::newRow("graph on") << true;
+        QTest::newRow("graph off") << false;
+    }
+
+    void graphPlacement()
+    {
+        QFETCH(bool, showGraph);
+        QTreeWidget* tree = show(showGraph ? QStringList() : QStringList{"SHOWGRAPH"}, QRect(0, 0, 900, 400));
+        QVERIFY(tree);
+        auto* splitter = m_host->findChild<QSplitter*>(QStringLiteral("NetInfoUIPlugin_SplitterPane"));
+        QVERIFY(splitter);
+        QCOMPARE(splitter->count(), showGraph ? 2 : 1);
+        auto* graph = m_host->findChild<GraphWidget*>();
+        QCOMPARE(graph != nullptr, showGraph);
+        if (!showGraph) {
+            QTRY_COMPARE(splitter->widget(0)->width(), splitter->width());
+            return;
+        }
+        QCOMPARE(splitter->widget(1), graph);
+        QCOMPARE(graph->objectName(), QStringLiteral("NetInfoUIPlugin_WidgetGraph"));
+        // Plotted in the first speed unit of the configuration, KB/s.
+        emit NetInfoUILogic::Instance()->statisticsChanged(2048, 512, 0, 0, QStringLiteral(" "));
+        QCOMPARE(graph->uploadSamples(), QList<double>{2.0});
+        QCOMPARE(graph->downloadSamples(), QList<double>{0.5});
     }
 
     void settingsPageComesAndGoes()

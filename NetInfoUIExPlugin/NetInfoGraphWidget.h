@@ -1,0 +1,80 @@
+// The speed-trend graph: upload and download speed over a scale that only
+// grows, newest sample at the right edge (left edge in right-to-left
+// layouts), with a legend and an optional reset button.
+#pragma once
+
+#include "NetInfoGraphConfigParse.h"
+
+#include <QColor>
+#include <QFont>
+#include <QList>
+#include <QVector>
+#include <QWidget>
+
+class CNetInfoUIService;
+class INotifyService;
+class QPainter;
+class QPushButton;
+
+class GraphWidget : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit GraphWidget(QWidget* parent = nullptr);
+
+    void init();
+    // One sample pair, in the unit of the first speed unit; repaints.
+    void DrawGraph(double up, double down);
+    // Asks the host for room for tree width plus the graph's legend.
+    void setGraphMinmumWidth(int width);
+    QString tr(QString id);
+    INotifyService* GetNodifyInstance();
+
+    int maxSpeed() const { return m_iMaxSpeed; }
+    int maxSamples() const { return m_iMaxSamples; }
+    // Newest first.
+    const QList<double>& uploadSamples() const { return m_listUp; }
+    const QList<double>& downloadSamples() const { return m_listDown; }
+    QColor gridColour() const { return m_colorGrid; }
+    QColor uploadColour() const { return m_colorUp; }
+    QColor downloadColour() const { return m_colorDown; }
+    QFont graphFont() const { return m_font; }
+
+signals:
+    void SizeChange(int width, int height);
+
+public slots:
+    void onSizeChange(int width, int height);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void drawLeftToRight(QPainter& painter);
+    void drawRightToLeft(QPainter& painter);
+
+private:
+    QString speedTitle();
+    double speedY(double speed) const;
+    void fitResetButton();
+
+    QPushButton* m_pResetButton = nullptr;
+    CNetInfoUIService* m_pService = nullptr;
+    bool m_bResetAll = false;
+    QColor m_colorGrid;
+    QColor m_colorUp;
+    QColor m_colorDown;
+    QFont m_font;
+    QList<double> m_listUp;
+    QList<double> m_listDown;
+    QVector<NetInfoColourConfig> m_vecColour;
+    QVector<NetInfoFontConfig> m_vecFont;
+    int m_iTextHeight = 0;
+    int m_iMaxSpeed = 60;
+    int m_iMaxSamples = 0;
+    double m_dLeft = 0;
+    double m_dTop = 0;
+    double m_dPlotWidth = 0;
+    double m_dPlotHeight = 0;
+    double m_dCursorY = 0;
+    double m_dStep = 0;
+    NetInfoGraphConfigParse* m_pGraphConfig = nullptr;
+};
