@@ -114,9 +114,6 @@ private slots:
         QTest::newRow("not authorized") << "wwan0"
                                         << "org.freedesktop.NetworkManager.PermissionDenied" << false << 1
                                         << 0 << "You are not allowed to disconnect \"wwan0\".";
-        QTest::newRow("bus policy") << "wwan0"
-                                    << "org.freedesktop.DBus.Error.AccessDenied" << false << 1 << 0
-                                    << "not allowed";
         QTest::newRow("other refusal") << "wwan0"
                                        << "org.freedesktop.NetworkManager.Device.Failed" << false << 1 << 0
                                        << "could not disconnect \"wwan0\": the stand-in refuses";
