@@ -1,0 +1,3 @@
+#include "ConnectionLog.h"
+
+Q_LOGGING_CATEGORY(lcConnection, "netinfo.connection")
