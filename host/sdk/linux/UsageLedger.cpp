@@ -99,9 +99,18 @@ bool UsageLedger::openFile(qint64 nowSeconds, QString& reason)
 {
     m_baseline = CounterBaseline();
     const QFileInfo info(m_path);
-    if (info.exists() && !info.isReadable()) {
-        reason = QStringLiteral("no permission to read it");
-        return false;
+    if (info.exists() && info.size() > 0) {
+        // Checked before SQLite sees the file: closing a connection to a
+        // foreign file can delete the -wal beside it, which we must keep.
+        QFile file(m_path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            reason = file.errorString();
+            return false;
+        }
+        if (file.read(16) != QByteArray("SQLite format 3", 16)) {
+            reason = QStringLiteral("not an SQLite database");
+            return false;
+        }
     }
     m_connection = newConnectionName();
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
