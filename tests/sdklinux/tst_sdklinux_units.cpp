@@ -66,26 +66,14 @@ private slots:
         QCOMPARE(delta.sendSpeed, sendSpeed);
     }
 
-    void connectedInterval_data()
-    {
-        QTest::addColumn<bool>("was");
-        QTest::addColumn<bool>("is");
-        QTest::addColumn<qint64>("elapsed");
-        QTest::addColumn<qint64>("expected");
-        QTest::newRow("connected throughout") << true << true << 1003ll << 1003ll;
-        QTest::newRow("just came up") << false << true << 1000ll << 0ll;
-        QTest::newRow("went down") << true << false << 1000ll << 0ll;
-        QTest::newRow("suspend") << true << true << 7200000ll << 0ll;
-        QTest::newRow("clock backwards") << true << true << -500ll << 0ll;
-    }
-
     void connectedInterval()
     {
-        QFETCH(bool, was);
-        QFETCH(bool, is);
-        QFETCH(qint64, elapsed);
-        QFETCH(qint64, expected);
-        QCOMPARE(velt::connectedInterval(was, is, elapsed), expected);
+        // Only an observed interval with the link up at both ends counts.
+        QCOMPARE(velt::connectedInterval(true, true, 1003), 1003);
+        QCOMPARE(velt::connectedInterval(false, true, 1000), 0);
+        QCOMPARE(velt::connectedInterval(true, false, 1000), 0);
+        QCOMPARE(velt::connectedInterval(true, true, 7200000), 0); // suspend
+        QCOMPARE(velt::connectedInterval(true, true, -500), 0);    // clock backwards
     }
 
     void netDev()
@@ -99,11 +87,8 @@ private slots:
         int malformed = -1;
         const QList<DeviceCounters> devices = parseNetDev(text, &malformed);
         QCOMPARE(devices.size(), 2);
-        QCOMPARE(devices.at(0).name, QStringLiteral("lo"));
-        QCOMPARE(devices.at(0).sent, 6534ull);
-        QCOMPARE(devices.at(1).name, QStringLiteral("wwan0"));
-        QCOMPARE(devices.at(1).received, kMax64);
-        QCOMPARE(devices.at(1).sent, 77ull);
+        QVERIFY(devices.at(0).name == "lo" && devices.at(0).received == 6534 && devices.at(0).sent == 6534);
+        QVERIFY(devices.at(1).name == "wwan0" && devices.at(1).received == kMax64 && devices.at(1).sent == 77);
         QCOMPARE(malformed, 2);
     }
 
@@ -204,37 +189,6 @@ private slots:
         // Every start is a whole number of buckets from the epoch, so periods are exact.
         for (const QDateTime& start : {got.today, got.week, got.month, got.year})
             QCOMPARE(start.toSecsSinceEpoch() % 900, 0);
-    }
-
-    void periodSettingsFile_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<int>("weekday");
-        QTest::addColumn<int>("monthDay");
-        QTest::newRow("published") << QByteArray("[uselimit]\nstartmonthdate=27\nstartweekdate=3\n") << 3 << 27;
-        QTest::newRow("odd values") << QByteArray("[uselimit]\nstartmonthdate=abc\nstartweekdate=9\n") << 0 << 0;
-        QTest::newRow("no file") << QByteArray() << 0 << 0;
-    }
-
-    void periodSettingsFile()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(int, weekday);
-        QFETCH(int, monthDay);
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("netinfo-host.conf"));
-        if (!content.isEmpty()) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        }
-        if (content.contains("abc")) {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("startweekdate=\"9\" is not between 0 and 6"));
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("startmonthdate=\"abc\""));
-        }
-        PeriodSettingsReader reader(path);
-        const PeriodSettings settings = reader.settings();
-        QCOMPARE(settings.startWeekday, weekday);
-        QCOMPARE(settings.startMonthDay, monthDay);
     }
 };
 

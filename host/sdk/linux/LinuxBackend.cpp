@@ -32,9 +32,11 @@ int LinuxBackend::start(TickSink* sink)
         m_running = true;
         m_stopping = false;
     }
+    // The worker owns the promise, so it may still be inside set_value()
+    // when this thread wakes and returns.
     std::promise<void> ready;
     std::future<void> opened = ready.get_future();
-    m_thread = std::thread([this, &ready] { run(ready); });
+    m_thread = std::thread([this, ready = std::move(ready)]() mutable { run(ready); });
     opened.wait();
     return Ok;
 }
