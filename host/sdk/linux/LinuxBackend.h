@@ -6,6 +6,10 @@
 // on anything slow; history and reset run on the backend's thread, where the
 // ledger's connection lives (directly when called from inside a tick).
 //
+// Usage is written at most every commitIntervalMs and on stop. After a crash
+// a restart in the same boot recovers the unwritten traffic from the
+// counters; after a reboot at most that window is lost.
+//
 // history(key) counts whole 15-minute buckets: it includes every bucket that
 // overlaps the last `key` seconds, so it may report up to 15 minutes more
 // traffic than asked, never less. The period reports (today, week, month,
