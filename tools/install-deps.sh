@@ -7,7 +7,7 @@ packages=(
     cmake ninja-build g++ pkg-config
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     qt6-qpa-plugins libgl-dev fonts-dejavu-core
-    dbus-daemon
+    dbus-daemon libqt6sql6-sqlite iproute2
 )
 
 missing=()

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+namespace velt {
+Q_DECLARE_LOGGING_CATEGORY(lcLinux)
+}

@@ -1,0 +1,81 @@
+// Where the Linux backend's readings come from: the kernel's per-namespace
+// tables under /proc (byte counters, routes, boot id) and the interfaces'
+// link state. The root and the link state can be replaced by a test.
+#pragma once
+
+#include "veltsdk.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+namespace velt {
+
+struct DeviceCounters
+{
+    QString name;
+    quint64 received = 0;
+    quint64 sent = 0;
+};
+
+struct LinkState
+{
+    bool exists = false;
+    bool up = false;
+    bool running = false;    // carrier, or the link is otherwise operational
+    bool hasAddress = false; // a routable IPv4 or IPv6 address
+    quint32 ifindex = 0;
+
+    bool connected() const { return exists && up && running && hasAddress; }
+};
+
+struct InterfaceCandidate
+{
+    QString name;
+    bool connected = false;
+};
+
+// The device lines of net/dev; lines that do not parse are skipped.
+VELTSDK_EXPORT QList<DeviceCounters> parseNetDev(const QByteArray& text, int* malformedLines = nullptr);
+// The interface of the default route with the lowest metric, IPv4 first,
+// else IPv6 (mobile networks may be IPv6-only); empty when there is none.
+VELTSDK_EXPORT QString parseDefaultRoute(const QByteArray& ipv4Routes, const QByteArray& ipv6Routes);
+// wwan*/ww* (modems), ppp* (dial-up and modems), usb* (tethering), rmnet*.
+VELTSDK_EXPORT bool isMobileBroadbandName(const QString& name);
+// The fixed name if any; else a mobile-broadband interface (connected ones
+// first, then the one carrying the default route, then by name); else the
+// default route's interface; else none.
+VELTSDK_EXPORT QString chooseInterface(const QString& fixed, const QList<InterfaceCandidate>& present,
+                                       const QString& defaultRoute);
+// From getifaddrs, which like /proc/self/net follows the process's namespace.
+VELTSDK_EXPORT LinkState systemLinkState(const QString& name);
+
+class VELTSDK_EXPORT NetSource
+{
+public:
+    using LinkStateFn = std::function<LinkState(const QString& name)>;
+
+    // procRoot is a directory laid out like /proc: self/net/dev,
+    // self/net/route, self/net/ipv6_route, sys/kernel/random/boot_id.
+    explicit NetSource(QString procRoot = QStringLiteral("/proc"), LinkStateFn linkState = {});
+
+    bool isReadable() const;
+    // False (with one warning per failure spell) when net/dev cannot be read.
+    bool readDevices(QList<DeviceCounters>& devices);
+    QString defaultRouteInterface() const;
+    LinkState linkState(const QString& name) const;
+    // Identifies this boot, so counters of an earlier boot are never compared.
+    QByteArray bootId() const;
+
+private:
+    QByteArray readFile(const QString& relativePath) const;
+
+    QString m_root;
+    LinkStateFn m_linkState;
+    bool m_warnedUnreadable = false;
+    bool m_warnedMalformed = false;
+};
+
+} // namespace velt

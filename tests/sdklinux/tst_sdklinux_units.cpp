@@ -1,0 +1,196 @@
+// The Linux backend's pure parts: counter arithmetic, the kernel tables,
+// the choice of interface and where periods begin.
+#include "CounterMath.h"
+#include "NetSource.h"
+#include "UsagePeriods.h"
+
+#include <QtTest>
+
+#include <ctime>
+
+using namespace velt;
+
+Q_DECLARE_METATYPE(velt::CounterReading)
+
+namespace {
+constexpr quint64 k32 = quint64(1) << 32;
+constexpr quint64 kMax64 = ~quint64(0);
+
+CounterReading reading(CounterReading::State state, quint64 rx, quint64 tx, qint64 ms, quint32 ifindex = 7)
+{
+    return CounterReading{state, ifindex, rx, tx, ms};
+}
+} // namespace
+
+class TstSdkLinuxUnits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void counterDelta_data()
+    {
+        QTest::addColumn<CounterReading>("previous");
+        QTest::addColumn<CounterReading>("current");
+        QTest::addColumn<quint64>("received");
+        QTest::addColumn<quint64>("sent");
+        QTest::addColumn<quint32>("receiveSpeed");
+        QTest::addColumn<quint32>("sendSpeed");
+        const auto P = CounterReading::Present;
+        QTest::newRow("steady") << reading(P, 1000, 10, 0) << reading(P, 3000, 510, 2000) << 2000ull << 500ull << 1000u << 250u;
+        QTest::newRow("32-bit wrap") << reading(P, k32 - 100, 5, 0) << reading(P, 400, 5, 1000) << 500ull << 0ull << 500u << 0u;
+        QTest::newRow("64-bit wrap") << reading(P, kMax64 - 99, 0, 0) << reading(P, 50, 0, 1000) << 150ull << 0ull << 150u << 0u;
+        QTest::newRow("counter reset") << reading(P, 900000, 80000, 0) << reading(P, 300, 20, 1000) << 300ull << 20ull << 300u << 20u;
+        QTest::newRow("big 64-bit drop is a reset") << reading(P, 5 * k32, 0, 0) << reading(P, 64, 0, 1000) << 64ull << 0ull << 64u << 0u;
+        QTest::newRow("re-created") << reading(P, 5000, 500, 0) << reading(P, 7000, 700, 1000, 9) << 7000ull << 700ull << 0u << 0u;
+        QTest::newRow("appeared") << reading(CounterReading::Absent, 0, 0, 0) << reading(P, 42, 4, 1000) << 42ull << 4ull << 0u << 0u;
+        QTest::newRow("disappeared") << reading(P, 42, 4, 0) << reading(CounterReading::Absent, 0, 0, 1000) << 0ull << 0ull << 0u << 0u;
+        QTest::newRow("no earlier reading") << CounterReading() << reading(P, 42, 4, 1000) << 0ull << 0ull << 0u << 0u;
+        QTest::newRow("suspend gap") << reading(P, 0, 0, 0) << reading(P, 60000, 6000, 3600000) << 60000ull << 6000ull << 0u << 0u;
+        QTest::newRow("restored, time unknown") << reading(P, 10, 1, -1) << reading(P, 110, 11, 1000) << 100ull << 10ull << 0u << 0u;
+        QTest::newRow("clock backwards") << reading(P, 10, 1, 5000) << reading(P, 110, 11, 4000) << 100ull << 10ull << 0u << 0u;
+        QTest::newRow("speed saturates") << reading(P, 0, 0, 0) << reading(P, 40 * k32, 0, 1000) << 40 * k32 << 0ull << 0xffffffffu << 0u;
+    }
+
+    void counterDelta()
+    {
+        QFETCH(CounterReading, previous);
+        QFETCH(CounterReading, current);
+        QFETCH(quint64, received);
+        QFETCH(quint64, sent);
+        QFETCH(quint32, receiveSpeed);
+        QFETCH(quint32, sendSpeed);
+        const CounterDelta delta = velt::counterDelta(previous, current);
+        QCOMPARE(delta.received, received);
+        QCOMPARE(delta.sent, sent);
+        QCOMPARE(delta.receiveSpeed, receiveSpeed);
+        QCOMPARE(delta.sendSpeed, sendSpeed);
+    }
+
+    void connectedInterval()
+    {
+        // Only an observed interval with the link up at both ends counts.
+        QCOMPARE(velt::connectedInterval(true, true, 1003), 1003);
+        QCOMPARE(velt::connectedInterval(false, true, 1000), 0);
+        QCOMPARE(velt::connectedInterval(true, false, 1000), 0);
+        QCOMPARE(velt::connectedInterval(true, true, 7200000), 0); // suspend
+        QCOMPARE(velt::connectedInterval(true, true, -500), 0);    // clock backwards
+    }
+
+    void netDev()
+    {
+        const QByteArray text = "Inter-|   Receive |  Transmit\n"
+                                " face |bytes packets|bytes\n"
+                                "    lo:    6534      58    0    0    0     0          0         0     6534      58    0    0    0     0       0          0\n"
+                                "wwan0:18446744073709551615 1 0 0 0 0 0 0 77 1 0 0 0 0 0 0\n"
+                                "  eth0: garbage\n"
+                                "  ppp0: 1 2 3\n";
+        int malformed = -1;
+        const QList<DeviceCounters> devices = parseNetDev(text, &malformed);
+        QCOMPARE(devices.size(), 2);
+        QVERIFY(devices.at(0).name == "lo" && devices.at(0).received == 6534 && devices.at(0).sent == 6534);
+        QVERIFY(devices.at(1).name == "wwan0" && devices.at(1).received == kMax64 && devices.at(1).sent == 77);
+        QCOMPARE(malformed, 2);
+    }
+
+    void defaultRoute_data()
+    {
+        const QByteArray header = "Iface\tDestination\tGateway \tFlags\tRefCnt\tUse\tMetric\tMask\t\tMTU\tWindow\tIRTT\n";
+        QTest::addColumn<QByteArray>("ipv4");
+        QTest::addColumn<QByteArray>("ipv6");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("lowest metric") << header + "eth0\t00000000\t010200C0\t0003\t0\t0\t600\t00000000\t0\t0\t0\n"
+                                                   "wlan0\t00000000\t0101A8C0\t0003\t0\t0\t100\t00000000\t0\t0\t0\n"
+                                                   "eth0\t000200C0\t00000000\t0001\t0\t0\t0\t00FFFFFF\t0\t0\t0\n"
+                                       << QByteArray() << "wlan0";
+        QTest::newRow("down route ignored") << header + "eth0\t00000000\t010200C0\t0002\t0\t0\t0\t00000000\t0\t0\t0\n"
+                                            << QByteArray() << "";
+        QTest::newRow("IPv6 only")
+            << header
+            << QByteArray("00000000000000000000000000000000 00 00000000000000000000000000000000 00 "
+                          "00000000000000000000000000000000 ffffffff 00000001 00000000 00200200       lo\n"
+                          "00000000000000000000000000000000 00 00000000000000000000000000000000 00 "
+                          "fe800000000000000000000000000001 00000400 00000001 00000000 00000003 wwan0\n")
+            << "wwan0";
+        QTest::newRow("none") << QByteArray() << QByteArray() << "";
+    }
+
+    void defaultRoute()
+    {
+        QFETCH(QByteArray, ipv4);
+        QFETCH(QByteArray, ipv6);
+        QFETCH(QString, expected);
+        QCOMPARE(parseDefaultRoute(ipv4, ipv6), expected);
+    }
+
+    void chooseInterface_data()
+    {
+        // "name" or "name+" (connected); the route names the default route's interface.
+        QTest::addColumn<QString>("fixed");
+        QTest::addColumn<QStringList>("present");
+        QTest::addColumn<QString>("route");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("modem over default route") << "" << QStringList{"eth0+", "wwan0"} << "eth0" << "wwan0";
+        QTest::newRow("ppp") << "" << QStringList{"lo", "wlan0+", "ppp0+"} << "wlan0" << "ppp0";
+        QTest::newRow("connected modem first") << "" << QStringList{"wwan0", "wwp0s20u4+"} << "" << "wwp0s20u4";
+        QTest::newRow("modem with the route") << "" << QStringList{"usb0", "wwan1"} << "wwan1" << "wwan1";
+        QTest::newRow("default route") << "" << QStringList{"lo", "eth0+", "wlan0+"} << "wlan0" << "wlan0";
+        QTest::newRow("nothing") << "" << QStringList{"lo"} << "" << "";
+        QTest::newRow("fixed wins") << "eth1" << QStringList{"wwan0+"} << "wwan0" << "eth1";
+    }
+
+    void chooseInterface()
+    {
+        QFETCH(QString, fixed);
+        QFETCH(QStringList, present);
+        QFETCH(QString, route);
+        QFETCH(QString, expected);
+        QList<InterfaceCandidate> candidates;
+        for (const QString& entry : present)
+            candidates.append({QString(entry).remove(QLatin1Char('+')), entry.endsWith(QLatin1Char('+'))});
+        QCOMPARE(velt::chooseInterface(fixed, candidates, route), expected);
+    }
+
+    void periods_data()
+    {
+        QTest::addColumn<QByteArray>("zone");
+        QTest::addColumn<QString>("now");
+        QTest::addColumn<int>("weekday");
+        QTest::addColumn<int>("monthDay");
+        QTest::addColumn<QStringList>("starts"); // today, week, month, year
+        // 2024-03-13 is a Wednesday.
+        QTest::newRow("Sunday, 1st") << QByteArray("Europe/Berlin") << "2024-03-13 15:30" << 0 << 0
+                                     << QStringList{"2024-03-13 00:00", "2024-03-10 00:00", "2024-03-01 00:00", "2024-01-01 00:00"};
+        QTest::newRow("start days today") << QByteArray("Europe/Berlin") << "2024-03-13 00:00" << 3 << 12
+                                          << QStringList{"2024-03-13 00:00", "2024-03-13 00:00", "2024-03-13 00:00", "2024-01-01 00:00"};
+        QTest::newRow("start days tomorrow") << QByteArray("Europe/Berlin") << "2024-03-13 23:59" << 4 << 13
+                                             << QStringList{"2024-03-13 00:00", "2024-03-07 00:00", "2024-02-14 00:00", "2024-01-01 00:00"};
+        QTest::newRow("31st in a leap February") << QByteArray("Europe/Berlin") << "2024-03-13 12:00" << 6 << 30
+                                                 << QStringList{"2024-03-13 00:00", "2024-03-09 00:00", "2024-02-29 00:00", "2024-01-01 00:00"};
+        QTest::newRow("previous year") << QByteArray("Asia/Kolkata") << "2024-01-02 08:00" << 5 << 9
+                                       << QStringList{"2024-01-02 00:00", "2023-12-29 00:00", "2023-12-10 00:00", "2024-01-01 00:00"};
+        QTest::newRow("midnight skipped by DST") << QByteArray("America/Santiago") << "2024-09-08 10:00" << 0 << 7
+                                                 << QStringList{"2024-09-08 01:00", "2024-09-08 01:00", "2024-09-08 01:00", "2024-01-01 00:00"};
+    }
+
+    void periods()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(QString, now);
+        QFETCH(int, weekday);
+        QFETCH(int, monthDay);
+        QFETCH(QStringList, starts);
+        qputenv("TZ", zone);
+        tzset();
+        const QString format = QStringLiteral("yyyy-MM-dd HH:mm");
+        const PeriodStarts got = periodStarts(QDateTime::fromString(now, format), {weekday, monthDay});
+        QCOMPARE((QStringList{got.today.toString(format), got.week.toString(format), got.month.toString(format),
+                              got.year.toString(format)}),
+                 starts);
+        // Every start is a whole number of buckets from the epoch, so periods are exact.
+        for (const QDateTime& start : {got.today, got.week, got.month, got.year})
+            QCOMPARE(start.toSecsSinceEpoch() % 900, 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TstSdkLinuxUnits)
+#include "tst_sdklinux_units.moc"
