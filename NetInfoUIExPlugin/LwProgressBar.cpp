@@ -13,9 +13,11 @@ LwProgressBar::LwProgressBar(QWidget* parent)
 
 int LwProgressBar::fillWidth(long double value, long double maximum, int width)
 {
-    // A zero maximum (a limit of 0) would divide into NaN or infinity.
-    if (!(maximum > 0) || !(value > 0) || width <= 0)
+    if (!(value > 0) || width <= 0)
         return 0;
+    // Any use of a zero limit fills the bar, as the division to infinity would.
+    if (!(maximum > 0))
+        return width;
     const long double filled = value * width / maximum;
     return filled > width ? width : static_cast<int>(filled);
 }
@@ -31,8 +33,9 @@ QColor LwProgressBar::borderColor(const QString& skinImagePath)
     const QImage image(skinImagePath);
     if (image.isNull())
         return QColor(Qt::gray);
-    const QColor pixel = image.pixelColor(0, 0);
-    return pixel.rgb() == QColor(Qt::white).rgb() ? QColor(Qt::gray) : pixel;
+    // Opaque: a transparent corner of the skin must not hide the border.
+    const QColor pixel(image.pixel(0, 0));
+    return pixel == QColor(Qt::white) ? QColor(Qt::gray) : pixel;
 }
 
 void LwProgressBar::paintEvent(QPaintEvent*)

@@ -17,6 +17,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QRadioButton>
 #include <QRect>
 #include <QRegularExpressionValidator>
@@ -168,9 +169,19 @@ bool NetInfoSettingUIPlugin::InitNetInfoSetting()
             m_pStore->GetUseLimitSetting();
     }
     // A rebuild after a change of language replaces the earlier tree.
+    // A page on show in the host's dialog (a language change, say) is
+    // replaced in place rather than taken from under the user.
+    QPointer<QWidget> host = m_pPageWidget ? m_pPageWidget->parentWidget() : nullptr;
+    const QRect shownAt = m_pPageWidget ? m_pPageWidget->geometry() : QRect();
+    const bool shown = m_pPageWidget && m_pPageWidget->isVisible();
     destroyPage();
 
     m_pPageWidget = new QWidget;
+    if (host) {
+        m_pPageWidget->setParent(host);
+        m_pPageWidget->setGeometry(shownAt);
+        m_pPageWidget->setVisible(shown);
+    }
     // The host's dialog deletes the page with itself when it still holds it
     // (after a refused OK, say); every pointer into the tree must go then.
     connect(m_pPageWidget, &QObject::destroyed, this, &NetInfoSettingUIPlugin::forgetPage);

@@ -1,7 +1,9 @@
 #include "NetInfoUIService.h"
 
+#include "NetInfoGraphConfigParse.h"
 #include "NetInfoGraphWidget.h"
 #include "NetInfoLog.h"
+#include "NetInfoSettingUILogic.h"
 #include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUILogic.h"
 #include "WarnPrompt.h"
@@ -222,6 +224,10 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
 
 void CNetInfoUIService::CreateNetInfoWidget()
 {
+    // A panel asked for again replaces one that never reached a host.
+    if (!m_bStatPanelHanded)
+        delete m_pStatPanel;
+    m_bStatPanelHanded = false;
     auto* panel = new QWidget;
     auto* layout = new QFormLayout;
     QLabel* names[6];
@@ -280,9 +286,11 @@ void CNetInfoUIService::CreateNetInfoWidget()
         return;
     QObject* service = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
     m_pNotifyService = qobject_cast<INotifyService*>(service);
-    if (m_pNotifyService)
+    if (m_pNotifyService) {
         m_pNotifyService->Notify(QLatin1String(HostIds::StatusPanelTarget), HostIds::EventStatusPanel,
                                  reinterpret_cast<quintptr>(panel), 0);
+        m_bStatPanelHanded = true;
+    }
 }
 
 QWidget* CNetInfoUIService::GetWigetTopLevel()
@@ -396,6 +404,7 @@ void CNetInfoUIService::OnDestroy()
     delete m_pWarnPrompt;
     m_pWarnPrompt = nullptr;
     m_pDataProgress = m_pTimeProgress = nullptr;
+    m_pVolumeBlock = nullptr;
     m_pResetButton = m_pSetLimitButton = nullptr;
     // With "SHOWGRAPH" off the graph never joined the widget tree.
     if (m_pGraph && !m_pGraph->parent())
@@ -403,7 +412,7 @@ void CNetInfoUIService::OnDestroy()
     m_pGraph = nullptr;
 
     // A panel that no host took is still ours.
-    if (!m_pNotifyService)
+    if (!m_bStatPanelHanded)
         delete m_pStatPanel;
 
     delete m_pMainWidget;
@@ -411,6 +420,8 @@ void CNetInfoUIService::OnDestroy()
     m_pTree = nullptr;
 
     NetInfoSettingUIPlugin::ReleaseInstance();
+    NetInfoSettingUILogic::Destroy();
+    NetInfoGraphConfigParse::OnDestroy();
     m_pSettingPlugin = nullptr;
     NetInfoUILogic::Destroy();
     m_pLogic = nullptr;

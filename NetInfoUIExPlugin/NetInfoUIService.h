@@ -203,6 +203,7 @@ private:
     QLabel* m_pTimeVolumeLabel = nullptr;
     QPushButton* m_pResetButton = nullptr;
     QPushButton* m_pSetLimitButton = nullptr;
+    QVBoxLayout* m_pVolumeBlock = nullptr;
     LwProgressBar* m_pDataProgress = nullptr;
     LwProgressBar* m_pTimeProgress = nullptr;
     WarnPrompt* m_pWarnPrompt = nullptr;
@@ -240,6 +241,7 @@ private:
     QLabel* m_pTotalDataNameLabel = nullptr;
 
     bool m_bSettingActive = false;
+    bool m_bStatPanelHanded = false;
 
     QString m_strSpeed;
     QString m_strData;

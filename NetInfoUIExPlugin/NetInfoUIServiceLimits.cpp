@@ -103,12 +103,12 @@ void CNetInfoUIService::InitDataTimeVolLimit()
         return;
     }
     if (m_bDataVolumeLimit) {
-        // Signed on reading, kept as the unsigned 64-bit field holds it.
-        m_ullDataLimit = static_cast<quint64>(limitSetting("SizeVolume").toLong(nullptr, 10));
+        // Read as a 32-bit signed number and widened without its sign.
+        m_ullDataLimit = quint64(quint32(limitSetting("SizeVolume").toInt(nullptr, 10)));
         m_uWarnPercentage = limitSetting("WarnBeforPercentage").toUInt(nullptr, 10);
     }
     if (m_bTimeVolumeLimit)
-        m_ullTimeLimit = static_cast<quint64>(limitSetting("SizeTimeVolume").toLong(nullptr, 10));
+        m_ullTimeLimit = quint64(quint32(limitSetting("SizeTimeVolume").toInt(nullptr, 10)));
 }
 
 unsigned int CNetInfoUIService::OperationPersent(long double used)
@@ -153,7 +153,7 @@ void CNetInfoUIService::UpdateNewPeriodTipInfo()
 
 void CNetInfoUIService::UpdatePeriodFields(NetInfoData oldRecord, NetInfoData newRecord)
 {
-    const bool newPeriod = newRecord.ullDuration > oldRecord.ullDuration;
+    const bool newPeriod = qint64(newRecord.ullDuration) > qint64(oldRecord.ullDuration);
     if (!newPeriod)
         return;
     if (m_bTimeWarnBefore && m_bDataWarnBefore) {

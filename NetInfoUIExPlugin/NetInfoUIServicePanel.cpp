@@ -78,7 +78,7 @@ void CNetInfoUIService::createVolumeLimitWidget()
         addNoteInTree();
     m_pLimitArea->setFixedHeight(183);
 
-    m_pLimitLayout->addStretch(1);
+    m_pLimitLayout->addLayout(m_pVolumeBlock, 1);
     m_pLimitLayout->addWidget(m_pLimitMsgLabel);
     m_pLimitLayout->addWidget(m_pLimitRow);
     m_pLeftLayout->addWidget(m_pLimitArea);
@@ -106,10 +106,13 @@ void CNetInfoUIService::addDataVolumeWidget()
     m_pDataVolumeLabel->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     m_pTimeVolumeLabel->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
 
-    m_pLimitLayout->addWidget(m_pDataVolumeLabel);
-    m_pLimitLayout->addWidget(m_pDataProgress);
-    m_pLimitLayout->addWidget(m_pTimeVolumeLabel);
-    m_pLimitLayout->addWidget(m_pTimeProgress);
+    // The block takes the panel's spare height; the bars keep to its top.
+    m_pVolumeBlock = new QVBoxLayout;
+    m_pVolumeBlock->addWidget(m_pDataVolumeLabel);
+    m_pVolumeBlock->addWidget(m_pDataProgress);
+    m_pVolumeBlock->addWidget(m_pTimeVolumeLabel);
+    m_pVolumeBlock->addWidget(m_pTimeProgress);
+    m_pVolumeBlock->addStretch(1);
 }
 
 void CNetInfoUIService::updateDataVolumeStrings()

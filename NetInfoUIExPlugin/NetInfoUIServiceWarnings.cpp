@@ -49,7 +49,7 @@ QColor CNetInfoUIService::progressColor(const QString& name) const
 
 unsigned int CNetInfoUIService::ShowDataColorPrompt(long double used)
 {
-    const long double factor = m_vecFluxUnits.size() >= 2 ? m_vecFluxUnits.at(1).iValue : 0;
+    const qint64 factor = m_vecFluxUnits.size() >= 2 ? m_vecFluxUnits.at(1).iValue : 0;
     const long double usedBytes = used * factor;
     const QString text = CommonUtils::SpeedFluxToString(static_cast<unsigned long long>(usedBytes), m_vecFluxUnits,
                                                         QStringLiteral("NetInfoUIExPlugin"));
@@ -64,7 +64,7 @@ unsigned int CNetInfoUIService::ShowDataColorPrompt(long double used)
 
     m_iDataState = static_cast<int>(OperationPersent(used));
     const long double remaining = static_cast<long double>(m_ullDataLimit) - used;
-    const long double maximum = static_cast<long double>(m_ullDataLimit * static_cast<quint64>(factor));
+    const long double maximum = static_cast<long double>(m_ullDataLimit * quint64(factor));
     unsigned int state = 0;
     QString colorName = QStringLiteral("NoWarningColor");
     if (m_iDataState == 1) {
@@ -81,7 +81,7 @@ unsigned int CNetInfoUIService::ShowDataColorPrompt(long double used)
 unsigned int CNetInfoUIService::ShowTimeColorPrompt(long double used)
 {
     // A time of day, so it wraps after 24 hours.
-    const QString text = TimeOfDay::hoursMinutes(static_cast<qint64>(used)) + QLatin1Char(' ')
+    const QString text = TimeOfDay::hoursMinutes(TimeOfDay::truncatedSeconds(used)) + QLatin1Char(' ')
                          + tr(QStringLiteral("IDS_UNIT_HOURS"));
     if (!m_pTimeProgress || !featureConfig())
         return 0;

@@ -1,5 +1,7 @@
 #include "TimeOfDay.h"
 
+#include <limits>
+
 namespace {
 constexpr qint64 kMsecsPerDay = 24 * 60 * 60 * 1000;
 
@@ -26,12 +28,22 @@ int secsTo(const QTime& from, const QTime& to)
     return static_cast<int>((msecsOrMidnight(to) - msecsOrMidnight(from)) / 1000);
 }
 
-QString hoursMinutes(qint64 seconds)
+QString hoursMinutes(int seconds)
 {
-    qint64 msecs = (seconds % (kMsecsPerDay / 1000)) * 1000;
-    if (msecs < 0)
-        msecs += kMsecsPerDay;
-    return QTime::fromMSecsSinceStartOfDay(static_cast<int>(msecs)).toString(QStringLiteral("H:mm"));
+    const auto msecs = static_cast<qint32>(static_cast<quint32>(seconds) * 1000u);
+    qint64 sinceMidnight = msecs % kMsecsPerDay;
+    if (sinceMidnight < 0)
+        sinceMidnight += kMsecsPerDay;
+    return QTime::fromMSecsSinceStartOfDay(static_cast<int>(sinceMidnight)).toString(QStringLiteral("H:mm"));
+}
+
+int truncatedSeconds(long double seconds)
+{
+    if (!(seconds > std::numeric_limits<int>::min()))
+        return std::numeric_limits<int>::min();
+    if (!(seconds < std::numeric_limits<int>::max()))
+        return std::numeric_limits<int>::max();
+    return static_cast<int>(seconds);
 }
 
 QDate threeMonthsBack(const QDate& today)

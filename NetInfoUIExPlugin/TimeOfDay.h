@@ -16,9 +16,11 @@ int orderKey(const QTime& time);
 QTime later(const QTime& a, const QTime& b);
 // Seconds from `from` to `to`, an invalid end counting as midnight.
 int secsTo(const QTime& from, const QTime& to);
-// Midnight advanced by `seconds` (wrapping every day, negative going back),
-// as "H:mm".
-QString hoursMinutes(qint64 seconds);
+// Midnight advanced by `seconds` as "H:mm". The seconds become milliseconds
+// in 32-bit arithmetic, so past about 596 hours the clock wraps as it always did.
+QString hoursMinutes(int seconds);
+// A duration truncated to int, saturating instead of overflowing.
+int truncatedSeconds(long double seconds);
 // The same day three months before `today`, built from its numbers: a day
 // the target month lacks (31 May -> 31 February) gives an invalid date.
 QDate threeMonthsBack(const QDate& today);

@@ -110,8 +110,10 @@ void WarnPrompt::CloseDlg()
 
 void WarnPrompt::SettingLanguage()
 {
-    if (m_pDialog)
-        m_pDialog->setWindowTitle(translated("IDS_BOX_WARNTITLE"));
+    // Gone with the view's widget: so are the controls.
+    if (!m_pDialog)
+        return;
+    m_pDialog->setWindowTitle(translated("IDS_BOX_WARNTITLE"));
     if (m_pCheckBox)
         m_pCheckBox->setText(translated("IDS_DISCONNECTDIALUP"));
     if (m_pOkButton)

@@ -336,4 +336,56 @@
         <translation>RTL</translation>
     </message>
 </context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>simulated figures</source>
+        <translation>أرقام محاكاة</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>الاتصال</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>&amp;أدوات</translation>
+    </message>
+    <message>
+        <source>&amp;Settings...</source>
+        <translation>&amp;الإعدادات...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;خروج</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;اللغة</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionLayer</name>
+    <message>
+        <source>This system&apos;s network counters cannot be read, so the figures shown are simulated.</source>
+        <translation>تتعذر قراءة عدادات الشبكة في هذا النظام، لذا فإن الأرقام المعروضة محاكاة.</translation>
+    </message>
+    <message>
+        <source>There is no connection to disconnect.</source>
+        <translation>لا يوجد اتصال لقطعه.</translation>
+    </message>
+</context>
+<context>
+    <name>HostApplication</name>
+    <message>
+        <source>The network information view has no settings.</source>
+        <translation>لا توجد إعدادات لعرض معلومات الشبكة.</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>Settings</source>
+        <translation>الإعدادات</translation>
+    </message>
+</context>
 </TS>

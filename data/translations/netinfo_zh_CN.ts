@@ -328,4 +328,56 @@
         <translation>是</translation>
     </message>
 </context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>simulated figures</source>
+        <translation>模拟数据</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>工具(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Settings...</source>
+        <translation>设置(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>语言(&amp;L)</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionLayer</name>
+    <message>
+        <source>This system&apos;s network counters cannot be read, so the figures shown are simulated.</source>
+        <translation>无法读取本系统的网络计数器，因此显示的是模拟数据。</translation>
+    </message>
+    <message>
+        <source>There is no connection to disconnect.</source>
+        <translation>当前没有可断开的连接。</translation>
+    </message>
+</context>
+<context>
+    <name>HostApplication</name>
+    <message>
+        <source>The network information view has no settings.</source>
+        <translation>网络信息视图没有可设置的项目。</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+</context>
 </TS>

@@ -7,9 +7,9 @@
 #include "IPluginContainer.h"
 #include "ISettingUIPlugin.h"
 #include "IUIPlugin.h"
+#include "HostPaths.h"
 #include "SettingsDialog.h"
 #include "Startup.h"
-#include "simulated/SimulatedBackend.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -21,26 +21,53 @@
 
 #include <algorithm>
 
-bool HostOptions::parse(const QApplication& app, HostOptions& options, QString& message)
+bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QString& message)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Network usage of the mobile-broadband connection."));
-    parser.addHelpOption();
+    const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save a PNG of the main window to <file> and quit."),
                                         QStringLiteral("file"));
     const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
                                        QStringLiteral("Quit after <seconds>."), QStringLiteral("seconds"));
     const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Print the plug-in's trace lines."));
-    parser.addOption(screenshot);
-    parser.addOption(quitAfter);
-    parser.addOption(verbose);
-    parser.process(app);
+    const QCommandLineOption simulate(QStringLiteral("simulate"),
+                                      QStringLiteral("Show simulated demo traffic instead of the real connection."));
+    const QCommandLineOption interface(QStringLiteral("interface"),
+                                       QStringLiteral("Measure the network interface <name> (default: the "
+                                                      "mobile-broadband one, else the one of the default route)."),
+                                       QStringLiteral("name"));
+    QStringList codes;
+    for (const auto& language : languages())
+        codes << language.first;
+    const QCommandLineOption lang(QStringLiteral("lang"),
+                                  QStringLiteral("Show the texts in <language>: %1.").arg(codes.join(QLatin1String(", "))),
+                                  QStringLiteral("language"));
+    parser.addOptions({screenshot, quitAfter, verbose, simulate, interface, lang});
+    if (!parser.parse(arguments)) {
+        message = parser.errorText();
+        return false;
+    }
+    if (parser.isSet(help))
+        parser.showHelp();
 
     if (parser.isSet(verbose))
-        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
+        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true\nqt.core.qobject.connect.warning=true"));
 
     options.screenshotPath = parser.value(screenshot);
+    options.connection.simulate = parser.isSet(simulate);
+    options.connection.interfaceName = parser.value(interface);
+    if (parser.isSet(interface) && options.connection.interfaceName.trimmed().isEmpty()) {
+        message = QStringLiteral("--interface needs the name of a network interface");
+        return false;
+    }
+    options.language = parser.value(lang);
+    if (parser.isSet(lang) && !codes.contains(options.language)) {
+        message = QStringLiteral("--lang must be one of %1, not \"%2\"").arg(codes.join(QLatin1String(", ")),
+                                                                            options.language);
+        return false;
+    }
     if (parser.isSet(quitAfter)) {
         bool ok = false;
         options.quitAfterSeconds = parser.value(quitAfter).toDouble(&ok);
@@ -62,6 +89,13 @@ bool HostOptions::parse(const QApplication& app, HostOptions& options, QString& 
     return true;
 }
 
+QList<QPair<QString, QString>> HostOptions::languages()
+{
+    return {{QStringLiteral("en"), QStringLiteral("English")},
+            {QStringLiteral("zh_CN"), QStringLiteral("简体中文")},
+            {QStringLiteral("ar"), QStringLiteral("العربية")}};
+}
+
 QString HostOptions::defaultScreenshotPath()
 {
     return CommonUtils::GetPluginLibraryPath() + QStringLiteral("/screenshots/netinfo.png");
@@ -78,10 +112,13 @@ HostApplication::HostApplication(const HostOptions& options, QObject* parent)
     : QObject(parent)
     , m_options(options)
 {
+    m_window.setLanguages(HostOptions::languages());
     m_services.mainFrameService()->SetTopLevelWidget(&m_window);
     m_services.mainFrameService()->SetCentralWidget(m_window.viewArea());
     connect(m_services.notifyService(), &NotifyService::notified, this, &HostApplication::onNotified);
-    connect(&m_watcher, &ConnectionWatcher::statusChanged, this, &HostApplication::onConnectionStatus);
+    connect(&m_connection, &ConnectionLayer::statusChanged, this, &HostApplication::onConnectionStatus);
+    connect(&m_connection, &ConnectionLayer::message, this, &HostApplication::showMessage);
+    connect(&m_window, &MainWindow::languageRequested, this, &HostApplication::setLanguage);
     connect(&m_window, &MainWindow::viewAreaResized, this, &HostApplication::onViewAreaResized);
     connect(&m_window, &MainWindow::settingsRequested, this, &HostApplication::openSettings);
     connect(&m_window, &MainWindow::viewAreaSettled, this, [this] {
@@ -107,11 +144,17 @@ void HostApplication::reportFatal(const QString& message)
 
 int HostApplication::start()
 {
-    if (!Change::LoadLanguage(QStringLiteral("en")))
-        QTextStream(stderr) << "netinfo: no English translation under "
+    const QString language = m_options.language.isEmpty()
+                                 ? CommonUtils::GetSettings(QStringLiteral("host"), QStringLiteral("language"),
+                                                            QStringLiteral("en")).toString()
+                                 : m_options.language;
+    if (!setLanguage(language) && !setLanguage(QStringLiteral("en")))
+        QTextStream(stderr) << "netinfo: no translation under "
                             << QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations"))
                             << "; showing text keys\n";
 
+    if (!m_options.connection.simulate && !lockInstance())
+        return 1;
     if (!m_module.load()) {
         reportFatal(QStringLiteral("Cannot start the network information view.\n%1").arg(m_module.errorString()));
         return 1;
@@ -123,10 +166,8 @@ int HostApplication::start()
         container->RegisterPlugin(plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(),
                                   m_module.instance());
 
-    if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current())
-        backend->startDemo();
-    if (!m_watcher.start())
-        QTextStream(stderr) << "netinfo: the SDK refused the connection watcher; status changes are not passed on\n";
+    m_connection.start(m_options.connection);
+    m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
 
     plugin->Init();
     m_bRunning = true;
@@ -143,18 +184,56 @@ int HostApplication::start()
     return 0;
 }
 
+bool HostApplication::lockInstance()
+{
+    // Two instances would both record the same traffic into the ledger.
+    const QString dir = HostPaths::userDataDir();
+    QDir().mkpath(dir);
+    m_instanceLock = std::make_unique<QLockFile>(dir + QStringLiteral("/netinfo.lock"));
+    m_instanceLock->setStaleLockTime(0);
+    if (m_instanceLock->tryLock(200))
+        return true;
+    qint64 pid = 0;
+    QString host, app;
+    m_instanceLock->getLockInfo(&pid, &host, &app);
+    reportFatal(QStringLiteral("NetInfo is already running (process %1); only one instance can record the "
+                               "connection's usage.").arg(pid));
+    m_instanceLock.reset();
+    return false;
+}
+
+bool HostApplication::setLanguage(const QString& language)
+{
+    if (!Change::LoadLanguage(language))
+        return false;
+    QGuiApplication::setLayoutDirection(language == QLatin1String("ar") ? Qt::RightToLeft : Qt::LeftToRight);
+    CommonUtils::SetSettings(QStringLiteral("host"), QStringLiteral("language"), language);
+    m_window.setCurrentLanguage(language);
+    if (m_bRunning)
+        m_module.notify()->Notify(HostIds::MsgLanguageChanged, 0, 0);
+    return true;
+}
+
+void HostApplication::showMessage(const QString& text)
+{
+    QTextStream(stderr) << "netinfo: " << text << '\n';
+    if (m_options.headless)
+        return;
+    CommonUtils::ShowMessage(QMessageBox::Information, &m_window, QStringLiteral("NetInfo"), text,
+                             QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog, nullptr, QString(),
+                             false);
+}
+
 void HostApplication::shutdown()
 {
     if (!m_bRunning)
         return;
     m_bRunning = false;
     m_quitTimer.stop();
-    m_watcher.stop();
-    if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current())
-        backend->stopDemo();
     IUIPlugin* plugin = m_module.uiPlugin();
     plugin->UnSDKRegisterEvent();
     plugin->OnDestroy();
+    m_connection.stop();
     if (IPluginContainer* container = Startup::GetPluginContainer())
         container->UnregisterPlugin(plugin->GetPluginName(), plugin->GetPluginType());
 }
@@ -170,18 +249,15 @@ void HostApplication::onNotified(const QString& target, uint code, quintptr para
         // The view needs room for its tree beside the graph's legend.
         const int width = int(std::min<quintptr>(param1, quintptr(m_window.maximumWidth())));
         m_window.viewArea()->setMinimumWidth(width);
-    } else if (code == HostIds::EventDisconnect) {
-        // The simulated link drops; the tick lets the watcher see it.
-        if (velt::SimulatedBackend* backend = velt::SimulatedBackend::current()) {
-            backend->stopDemo();
-            backend->setConnected(false);
-            backend->tick();
-        }
+    } else if (code == HostIds::EventDisconnect && target == QLatin1String(HostIds::ConnectionTarget)) {
+        m_connection.disconnectLink();
     }
 }
 
 void HostApplication::onConnectionStatus(unsigned int status)
 {
+    // The measured interface may have been re-chosen with the route.
+    m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
     if (m_bRunning)
         m_module.notify()->Notify(HostIds::MsgConnectionStatus, status, 0);
 }

@@ -2,14 +2,18 @@
 // SDK's demo traffic, and the plug-in's life cycle in the order it expects.
 #pragma once
 
-#include "ConnectionWatcher.h"
+#include "ConnectionLayer.h"
 #include "HostServices.h"
 #include "MainWindow.h"
 #include "PluginModule.h"
 
+#include <QLockFile>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
+
+#include <memory>
 
 class QApplication;
 
@@ -18,9 +22,15 @@ struct HostOptions
     QString screenshotPath; // empty: none (headless runs fall back to the default)
     double quitAfterSeconds = -1; // negative: run until closed
     bool headless = false;
+    ConnectionLayer::Options connection;
+    QString language; // empty: the one chosen last time, else English
 
-    // Reads the command line; false (with message) on a bad option value.
-    static bool parse(const QApplication& app, HostOptions& options, QString& message);
+    // The languages the host offers, with their names in their own script.
+    static QList<QPair<QString, QString>> languages();
+
+    // Reads the command line (program name first); false with a message on
+    // a bad option. --help prints the usage and exits.
+    static bool parse(const QStringList& arguments, HostOptions& options, QString& message);
     static QString defaultScreenshotPath();
 };
 
@@ -43,11 +53,17 @@ public:
     void shutdown();
 
     MainWindow& window() { return m_window; }
+    ConnectionLayer& connection() { return m_connection; }
+    // Loads the language, mirrors the layout for right-to-left scripts, tells
+    // the view and remembers the choice; false if it cannot be loaded.
+    bool setLanguage(const QString& language);
 
 private:
     void reportFatal(const QString& message);
     void onNotified(const QString& target, uint code, quintptr param1, quintptr param2);
     void onConnectionStatus(unsigned int status);
+    void showMessage(const QString& text);
+    bool lockInstance();
     void onViewAreaResized(const QRect& rect);
     void openSettings();
     void finishRun();
@@ -57,7 +73,8 @@ private:
     HostServices m_services;
     MainWindow m_window;
     PluginModule m_module;
-    ConnectionWatcher m_watcher;
+    ConnectionLayer m_connection;
+    std::unique_ptr<QLockFile> m_instanceLock;
     QTimer m_quitTimer;
     bool m_bRunning = false;
 };

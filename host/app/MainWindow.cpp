@@ -1,7 +1,10 @@
 #include "MainWindow.h"
 
+#include <QActionGroup>
+#include <QApplication>
 #include <QDockWidget>
 #include <QEvent>
+#include <QMenu>
 #include <QMenuBar>
 
 namespace {
@@ -11,7 +14,6 @@ constexpr int kSettleMs = 200;
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
 {
-    setWindowTitle(QStringLiteral("NetInfo"));
     setObjectName(QStringLiteral("NetInfo_MainWindow"));
     resize(900, 560);
 
@@ -20,16 +22,29 @@ MainWindow::MainWindow(QWidget* parent)
     m_pViewArea->installEventFilter(this);
     setCentralWidget(m_pViewArea);
 
-    m_pStatusDock = new QDockWidget(tr("Connection"), this);
+    m_pStatusDock = new QDockWidget(this);
     m_pStatusDock->setObjectName(QStringLiteral("NetInfo_StatusDock"));
     m_pStatusDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     m_pStatusDock->hide();
     addDockWidget(Qt::RightDockWidgetArea, m_pStatusDock);
 
-    QAction* settings = menuBar()->addMenu(tr("&Tools"))->addAction(tr("&Settings..."));
-    settings->setObjectName(QStringLiteral("NetInfo_SettingsAction"));
-    settings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
-    connect(settings, &QAction::triggered, this, &MainWindow::settingsRequested);
+    m_pToolsMenu = menuBar()->addMenu(QString());
+    m_pSettingsAction = m_pToolsMenu->addAction(QString());
+    m_pSettingsAction->setObjectName(QStringLiteral("NetInfo_SettingsAction"));
+    m_pSettingsAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    connect(m_pSettingsAction, &QAction::triggered, this, &MainWindow::settingsRequested);
+    m_pToolsMenu->addSeparator();
+    m_pQuitAction = m_pToolsMenu->addAction(QString());
+    m_pQuitAction->setShortcut(QKeySequence::Quit);
+    connect(m_pQuitAction, &QAction::triggered, qApp, &QApplication::closeAllWindows);
+
+    m_pLanguageMenu = menuBar()->addMenu(QString());
+    m_pLanguageMenu->setObjectName(QStringLiteral("NetInfo_LanguageMenu"));
+    m_pLanguageGroup = new QActionGroup(this);
+    m_pLanguageGroup->setExclusive(true);
+    connect(m_pLanguageGroup, &QActionGroup::triggered, this,
+            [this](QAction* action) { emit languageRequested(action->data().toString()); });
+    retranslate();
 
     m_settleTimer.setSingleShot(true);
     m_settleTimer.setInterval(kSettleMs);
@@ -58,4 +73,49 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
         m_settleTimer.start();
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::setLanguages(const QList<QPair<QString, QString>>& languages)
+{
+    for (QAction* action : m_pLanguageGroup->actions())
+        delete action;
+    for (const auto& [code, name] : languages) {
+        QAction* action = m_pLanguageMenu->addAction(name);
+        action->setObjectName(QStringLiteral("NetInfo_Language_") + code);
+        action->setData(code);
+        action->setCheckable(true);
+        m_pLanguageGroup->addAction(action);
+    }
+}
+
+void MainWindow::setCurrentLanguage(const QString& code)
+{
+    for (QAction* action : m_pLanguageGroup->actions())
+        action->setChecked(action->data().toString() == code);
+}
+
+void MainWindow::setSource(bool simulated, const QString& interfaceName)
+{
+    m_bSimulated = simulated;
+    m_strInterface = interfaceName;
+    retranslate();
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
+}
+
+void MainWindow::retranslate()
+{
+    const QString source = m_bSimulated ? tr("simulated figures") : m_strInterface;
+    setWindowTitle(source.isEmpty() ? QStringLiteral("NetInfo") : QStringLiteral("NetInfo \u2014 %1").arg(source));
+    m_pStatusDock->setWindowTitle(tr("Connection"));
+    m_pToolsMenu->setTitle(tr("&Tools"));
+    m_pSettingsAction->setText(tr("&Settings..."));
+    m_pQuitAction->setText(tr("&Quit"));
+    // Language names stay in their own script, so anyone can find theirs.
+    m_pLanguageMenu->setTitle(tr("&Language"));
 }

@@ -6,7 +6,10 @@
 #include <QPointer>
 #include <QTimer>
 
+class QAction;
+class QActionGroup;
 class QDockWidget;
+class QMenu;
 
 class MainWindow : public QMainWindow
 {
@@ -20,6 +23,12 @@ public:
     // Takes over the plug-in's status panel; a second panel replaces the first.
     void setStatusPanel(QWidget* panel);
     QWidget* statusPanel() const { return m_pStatusPanel; }
+    // Offers these languages (code, name in its own script) in the menu.
+    void setLanguages(const QList<QPair<QString, QString>>& languages);
+    // Checks the language in use in the menu.
+    void setCurrentLanguage(const QString& code);
+    // What the figures measure, shown in the title.
+    void setSource(bool simulated, const QString& interfaceName);
 
 signals:
     // Every size change of the view area.
@@ -28,12 +37,24 @@ signals:
     void viewAreaSettled();
     // The user asked for the settings dialog.
     void settingsRequested();
+    // The user chose a language from the menu.
+    void languageRequested(const QString& code);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void retranslate();
+
     QWidget* m_pViewArea = nullptr;
+    QMenu* m_pToolsMenu = nullptr;
+    QAction* m_pSettingsAction = nullptr;
+    QAction* m_pQuitAction = nullptr;
+    QMenu* m_pLanguageMenu = nullptr;
+    QActionGroup* m_pLanguageGroup = nullptr;
+    bool m_bSimulated = false;
+    QString m_strInterface;
     QDockWidget* m_pStatusDock = nullptr;
     QPointer<QWidget> m_pStatusPanel;
     QTimer m_settleTimer;

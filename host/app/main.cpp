@@ -8,16 +8,19 @@
 int main(int argc, char* argv[])
 {
     HostApplication::prepareEnvironment();
-    // Trace output is for developers: QT_LOGGING_RULES turns it back on.
+    // Trace output is for developers: QT_LOGGING_RULES or --verbose turn it
+    // back on. The view keeps two connections that Qt refuses by design;
+    // their warnings would only alarm users.
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=false"));
+        QLoggingCategory::setFilterRules(
+            QStringLiteral("netinfo.*.debug=false\nqt.core.qobject.connect.warning=false"));
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("netinfo"));
     QApplication::setApplicationDisplayName(QStringLiteral("NetInfo"));
 
     HostOptions options;
     QString message;
-    if (!HostOptions::parse(app, options, message)) {
+    if (!HostOptions::parse(QApplication::arguments(), options, message)) {
         QTextStream(stderr) << "netinfo: " << message << '\n';
         return 2;
     }

@@ -132,8 +132,8 @@ private slots:
             << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
         QTest::newRow("data limit off never warns")
             << Limits{{"chkVolume", "false"}} << QStringList{"85", "150"} << QStringList{"", ""};
-        QTest::newRow("warnings off never warn")
-            << Limits{{"chkWarnbefore", "false"}, {"chkWarnAfter", "false"}}
+        QTest::newRow("empty warning switches read as off")
+            << Limits{{"chkWarnbefore", ""}, {"chkWarnAfter", ""}}
             << QStringList{"85", "150"} << QStringList{"", ""};
         QTest::newRow("time limit reached warns once")
             << Limits{{"chkVolume", "false"}, {"chkTimeVolume", "true"}, {"SizeTimeVolume", "1"}}
@@ -175,6 +175,8 @@ private slots:
         QTest::newRow("normal") << Limits{} << 10.0 << none << 10.0 * MB << 100.0 * MB;
         QTest::newRow("warning band") << Limits{} << 80.0 << before << 80.0 * MB << 100.0 * MB;
         QTest::newRow("reached") << Limits{} << 100.0 << reached << 100.0 * MB << 100.0 * MB;
+        QTest::newRow("empty limit switch reads as on")
+            << Limits{{"chkVolume", ""}} << 80.0 << before << 80.0 * MB << 100.0 * MB;
         QTest::newRow("limit off: full, in the normal colour")
             << Limits{{"chkVolume", "false"}} << 150.0 << none << 100.0 << 100.0;
     }
@@ -286,25 +288,41 @@ private slots:
         }
     }
 
+    // The older time-of-day rules the view relies on.
     void timeOfDay_data()
     {
         QTest::addColumn<QDate>("today");
-        QTest::addColumn<QDate>("back");
-        QTest::newRow("31 May has no 31 February") << QDate(2026, 5, 31) << QDate();
-        QTest::newRow("January goes to October") << QDate(2026, 1, 15) << QDate(2025, 10, 15);
-        QTest::newRow("April goes to January") << QDate(2026, 4, 30) << QDate(2026, 1, 30);
+        QTest::addColumn<QDate>("threeMonthsBack");
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<QString>("clock");
+        QTest::newRow("31 May has no 31 February") << QDate(2026, 5, 31) << QDate() << 61 << "0:01";
+        QTest::newRow("January goes to October") << QDate(2026, 1, 15) << QDate(2025, 10, 15) << 25 * 3600 << "1:00";
+        QTest::newRow("milliseconds wrap past 596 hours") << QDate(2026, 4, 30) << QDate(2026, 1, 30) << 2200000
+                                                          << "18:03";
     }
 
     void timeOfDay()
     {
         QFETCH(QDate, today);
-        QFETCH(QDate, back);
-        QCOMPARE(TimeOfDay::threeMonthsBack(today), back);
-        // An invalid time counts as midnight, and loses to any valid time.
-        QCOMPARE(TimeOfDay::secsTo(QTime(), QTime(1, 0)), 3600);
-        QCOMPARE(TimeOfDay::later(QTime(), QTime(0, 0)), QTime(0, 0));
-        QCOMPARE(TimeOfDay::hoursMinutes(25 * 3600 + 61), QStringLiteral("1:01"));
-        QCOMPARE(TimeOfDay::hoursMinutes(-60), QStringLiteral("23:59"));
+        QFETCH(QDate, threeMonthsBack);
+        QFETCH(int, seconds);
+        QFETCH(QString, clock);
+        QCOMPARE(TimeOfDay::threeMonthsBack(today), threeMonthsBack);
+        QCOMPARE(TimeOfDay::hoursMinutes(seconds), clock);
+    }
+
+    // Without recurrence the limit measures the look-back, whose key is the
+    // seconds since midnight (both ends of the span are invalid times).
+    void lookBackWithoutRecurrence()
+    {
+        QVERIFY(setUp({{"chkRecurrence", "false"}}));
+        m_sdk->setHistory({85 * MB, 0, 0, 0, 0, 0});
+        const int before = QTime::currentTime().msecsSinceStartOfDay() / 1000;
+        m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
+        const int after = QTime::currentTime().msecsSinceStartOfDay() / 1000;
+        QVERIFY2(m_sdk->lastHistoryKey() >= quint64(before) && m_sdk->lastHistoryKey() <= quint64(after),
+                 qPrintable(QString::number(m_sdk->lastHistoryKey())));
+        QCOMPARE(takeWarning(), QStringLiteral("IDS_BOX_WARNBEFORE"));
     }
 
     // Disconnect is offered only while connected, fires once, and the
@@ -315,6 +333,7 @@ private slots:
         QSignalSpy notified(services.notifyService(), &NotifyService::notified);
         QVERIFY(setUp({}));
         useToday(85);
+        QVERIFY(m_view->warnPrompt()->dialog());
         auto* box = m_view->warnPrompt()->dialog()->findChild<QCheckBox*>("WarnDlg_CheckBox");
         auto* ok = m_view->warnPrompt()->dialog()->findChild<QPushButton*>("WarnDlg_ButtonOk");
         QVERIFY(box && ok);
