@@ -388,4 +388,39 @@
         <translation>الإعدادات</translation>
     </message>
 </context>
+<context>
+    <name>NetworkManagerControl</name>
+    <message>
+        <source>Cannot disconnect: NetworkManager does not manage the interface &quot;%1&quot;.</source>
+        <translation>تعذر قطع الاتصال: لا يدير NetworkManager الواجهة «%1».</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is already disconnected.</source>
+        <translation>الواجهة «%1» غير متصلة بالفعل.</translation>
+    </message>
+    <message>
+        <source>Disconnecting is not available: NetworkManager is not running.</source>
+        <translation>قطع الاتصال غير متاح: NetworkManager لا يعمل.</translation>
+    </message>
+    <message>
+        <source>Disconnecting is not available: the system message bus cannot be reached.</source>
+        <translation>قطع الاتصال غير متاح: يتعذر الوصول إلى ناقل رسائل النظام.</translation>
+    </message>
+    <message>
+        <source>NetworkManager did not answer in time; &quot;%1&quot; may still be connected.</source>
+        <translation>لم يستجب NetworkManager في الوقت المحدد؛ قد تظل «%1» متصلة.</translation>
+    </message>
+    <message>
+        <source>NetworkManager could not disconnect &quot;%1&quot;: %2</source>
+        <translation>تعذر على NetworkManager قطع اتصال «%1»: %2</translation>
+    </message>
+    <message>
+        <source>Cannot disconnect: no network interface is measured.</source>
+        <translation>تعذر قطع الاتصال: لا توجد واجهة شبكة قيد القياس.</translation>
+    </message>
+    <message>
+        <source>You are not allowed to disconnect &quot;%1&quot;. Ask your administrator for the right to control network connections.</source>
+        <translation>لا يُسمح لك بقطع اتصال «%1». اطلب من المسؤول صلاحية التحكم في اتصالات الشبكة.</translation>
+    </message>
+</context>
 </TS>

@@ -380,4 +380,39 @@
         <translation>设置</translation>
     </message>
 </context>
+<context>
+    <name>NetworkManagerControl</name>
+    <message>
+        <source>Cannot disconnect: NetworkManager does not manage the interface &quot;%1&quot;.</source>
+        <translation>无法断开：NetworkManager 未管理接口“%1”。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is already disconnected.</source>
+        <translation>“%1”已断开。</translation>
+    </message>
+    <message>
+        <source>Disconnecting is not available: NetworkManager is not running.</source>
+        <translation>无法断开连接：NetworkManager 未运行。</translation>
+    </message>
+    <message>
+        <source>Disconnecting is not available: the system message bus cannot be reached.</source>
+        <translation>无法断开连接：无法访问系统消息总线。</translation>
+    </message>
+    <message>
+        <source>NetworkManager did not answer in time; &quot;%1&quot; may still be connected.</source>
+        <translation>NetworkManager 未及时响应；“%1”可能仍处于连接状态。</translation>
+    </message>
+    <message>
+        <source>NetworkManager could not disconnect &quot;%1&quot;: %2</source>
+        <translation>NetworkManager 无法断开“%1”：%2</translation>
+    </message>
+    <message>
+        <source>Cannot disconnect: no network interface is measured.</source>
+        <translation>无法断开：当前未测量任何网络接口。</translation>
+    </message>
+    <message>
+        <source>You are not allowed to disconnect &quot;%1&quot;. Ask your administrator for the right to control network connections.</source>
+        <translation>您无权断开“%1”。请向管理员申请控制网络连接的权限。</translation>
+    </message>
+</context>
 </TS>
