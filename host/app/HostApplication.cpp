@@ -169,6 +169,9 @@ int HostApplication::start()
     m_connection.start(m_options.connection);
     m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
 
+    // Asking for the view service brings it back after an earlier OnDestroy
+    // in this process (a restarted host); the first time it is a no-op.
+    plugin->QueryInterface(HostIds::ViewServiceId, nullptr);
     plugin->Init();
     m_bRunning = true;
     // The panel comes back through the notification service (event 4116).

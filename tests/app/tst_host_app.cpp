@@ -115,6 +115,40 @@ private slots:
         host.shutdown();
     }
 
+    // A language from the menu reaches every text, mirrors the layout for
+    // Arabic and is remembered for the next start.
+    void languageMenuSwitchesEverything()
+    {
+        TestHome home;
+        qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
+        HostOptions options;
+        options.connection.simulate = true;
+        options.connection.demoTraffic = false;
+        options.language = "en";
+        {
+            HostApplication host(options);
+            QCOMPARE(host.start(), 0);
+            auto* arabic = host.window().findChild<QAction*>("NetInfo_Language_ar");
+            QVERIFY(arabic);
+            arabic->trigger();
+            QCOMPARE(QGuiApplication::layoutDirection(), Qt::RightToLeft);
+            QVERIFY(arabic->isChecked());
+            auto* caption = host.window().findChild<QLabel*>("NetInfoUIPlugin_LabelDataVolume");
+            QVERIFY(caption);
+            QCOMPARE(caption->text(), Change::tr("IDS_STA_TOTALVOLUME", "NetInfoUIExPlugin"));
+            QVERIFY(caption->text() != QLatin1String("Data volume"));
+            host.shutdown();
+        }
+        options.language.clear();
+        HostApplication again(options);
+        QCOMPARE(again.start(), 0);
+        QCOMPARE(Change::CurrentLanguage(), QStringLiteral("ar"));
+        QVERIFY(again.window().findChild<QAction*>("NetInfo_Language_ar")->isChecked());
+        again.setLanguage("en");
+        QCOMPARE(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+        again.shutdown();
+    }
+
     // On the real counters a refused disconnect reaches the user as a
     // message, and the link is left alone.
     void refusedDisconnectIsReported()
