@@ -197,6 +197,44 @@ private slots:
         QCOMPARE(double(data->maximum()), maximum);
     }
 
+    // The time bar: used seconds against the limit in hours.
+    void timeBar_data()
+    {
+        QTest::addColumn<Limits>("limits");
+        QTest::addColumn<qint64>("seconds");
+        QTest::addColumn<QColor>("color");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("maximum");
+        const Limits on{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "20"}};
+        QTest::newRow("under the limit") << on << qint64(46860) << QColor(76, 175, 80) << "13:01 IDS_UNIT_HOURS"
+                                         << 72000.0;
+        QTest::newRow("at the limit") << on << qint64(72000) << QColor(229, 57, 53) << "20:00 IDS_UNIT_HOURS"
+                                      << 72000.0;
+        QTest::newRow("a day and more wraps the clock")
+            << Limits{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "30"}} << qint64(25 * 3600)
+            << QColor(76, 175, 80) << "1:00 IDS_UNIT_HOURS" << 108000.0;
+        QTest::newRow("limit off: full at the stored hours")
+            << Limits{{"chkTimeVolume", "false"}, {"SizeTimeVolume", "20"}} << qint64(50) << QColor(76, 175, 80)
+            << "0:00 IDS_UNIT_HOURS" << 20.0;
+    }
+
+    void timeBar()
+    {
+        QFETCH(Limits, limits);
+        QFETCH(qint64, seconds);
+        QFETCH(QColor, color);
+        QFETCH(QString, text);
+        QFETCH(double, maximum);
+        QVERIFY(setUp(limits));
+        m_sdk->setReport(VELT_REPORT_TODAY, {0, 0, 0, 0, seconds, 0});
+        m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
+        auto* bar = widgetNamed<LwProgressBar>("NetInfoUIPlugin_ProgressVolume");
+        QVERIFY(bar);
+        QCOMPARE(bar->color(), color);
+        QCOMPARE(bar->text(), text);
+        QCOMPARE(double(bar->maximum()), maximum);
+    }
+
     void operationPersent_data()
     {
         QTest::addColumn<QString>("percentage");
