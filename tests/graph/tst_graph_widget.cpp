@@ -6,6 +6,7 @@
 #include "NetInfoUILogic.h"
 #include "NetInfoUIService.h"
 
+#include "Change.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "TestHome.h"
@@ -236,10 +237,15 @@ private slots:
         QCOMPARE(told.count(), 1);
         QCOMPARE(told.first().at(0).toString(), QLatin1String(HostIds::MainFrameTarget));
         QCOMPARE(told.first().at(1).toUInt(), HostIds::EventMinimumWidth);
-        // The graph's own need (legend and button), the tree's width, a margin.
-        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(graph.minimumWidth() + 225 + 70));
+        // The wider legend text in the graph's font with its key, the tree's
+        // width, a margin, and the reset button beside the legend.
         auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
-        QVERIFY(button && graph.minimumWidth() > button->width() + 70);
+        QVERIFY(button && !button->isHidden());
+        const QFontMetrics metrics(graph.graphFont());
+        const int legend = std::max(metrics.horizontalAdvance(Change::tr("IDS_TRENDS_UPLOAD_SPEED", "NetInfoUIExPlugin")),
+                                    metrics.horizontalAdvance(Change::tr("IDS_TRENDS_DOWNLOAD_SPEED", "NetInfoUIExPlugin")));
+        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 70 + 225 + 70 + button->width()));
+        QCOMPARE(graph.minimumWidth(), legend + 70 + button->width());
     }
 };
 
