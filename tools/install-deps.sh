@@ -8,6 +8,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     qt6-qpa-plugins libgl-dev fonts-dejavu-core fonts-wqy-microhei
     dbus-daemon libqt6sql6-sqlite iproute2
+    dpkg-dev desktop-file-utils
 )
 
 missing=()

@@ -98,7 +98,12 @@ QList<QPair<QString, QString>> HostOptions::languages()
 
 QString HostOptions::defaultScreenshotPath()
 {
-    return CommonUtils::GetPluginLibraryPath() + QStringLiteral("/screenshots/netinfo.png");
+    // Beside the build; an installation is usually read-only, so there the
+    // picture goes to the temporary folder.
+    const QString home = CommonUtils::GetPluginLibraryPath();
+    if (QFileInfo(home).isWritable())
+        return home + QStringLiteral("/screenshots/netinfo.png");
+    return QDir::tempPath() + QStringLiteral("/netinfo-screenshot.png");
 }
 
 void HostApplication::prepareEnvironment()

@@ -1,9 +1,12 @@
 #include "MainWindow.h"
 
+#include "CommonUtils.h"
+
 #include <QActionGroup>
 #include <QApplication>
 #include <QDockWidget>
 #include <QEvent>
+#include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -15,6 +18,10 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("NetInfo_MainWindow"));
+    // The desktop's icon theme knows the installed icon; the build tree keeps its own.
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("netinfo"),
+                                   QIcon(CommonUtils::GetPluginLibraryPath()
+                                         + QStringLiteral("/share/icons/hicolor/256x256/apps/netinfo.png"))));
     resize(900, 560);
 
     m_pViewArea = new QWidget(this);

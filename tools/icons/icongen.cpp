@@ -1,7 +1,8 @@
-// Draws the view's tree icons and the limit bars' skin image. Every shape is
-// laid out on a 16-unit grid and painted at 4x (64x64), so the icons stay
-// sharp on high-DPI screens and scale cleanly down to 16 px.
-//   netinfo_icongen <plugin dir> <skin image file>
+// Draws the view's tree icons, the limit bars' skin image and the
+// application icon. Every tree icon is laid out on a 16-unit grid and painted
+// at 4x (64x64), so the icons stay sharp on high-DPI screens and scale
+// cleanly down to 16 px.
+//   netinfo_icongen <plugin dir> <skin image file> <icon theme dir>
 #include <QColor>
 #include <QDir>
 #include <QFileInfo>
@@ -231,6 +232,55 @@ QImage skin()
     return image;
 }
 
+// The application icon: a speed gauge over a trend line, on a 64-unit grid.
+// It is painted at each size rather than scaled, so the small one stays crisp.
+QImage applicationIcon(int size)
+{
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter p(&image);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.scale(size / 64.0, size / 64.0);
+
+    const QRectF tile(3.0, 3.0, 58.0, 58.0);
+    QLinearGradient sky(tile.topLeft(), tile.bottomLeft());
+    sky.setColorAt(0.0, kDown.lighter(125));
+    sky.setColorAt(1.0, kDown.darker(135));
+    p.setPen(inkPen(1.0, kDown.darker(170)));
+    p.setBrush(sky);
+    p.drawRoundedRect(tile, 12.0, 12.0);
+
+    // Gauge: calm, busy and near-the-limit thirds of a 220 degree sweep.
+    const QPointF hub(32.0, 33.0);
+    const QRectF dial(hub.x() - 19.0, hub.y() - 19.0, 38.0, 38.0);
+    const struct { int from, span; QColor colour; } bands[] = {
+        {200, -80, kUp.lighter(150)}, {120, -70, kAccent}, {50, -70, kHeader.lighter(120)}};
+    for (const auto& band : bands) {
+        QPen pen(band.colour, 6.0);
+        pen.setCapStyle(Qt::FlatCap);
+        p.setPen(pen);
+        p.drawArc(dial, band.from * 16, band.span * 16);
+    }
+    const QPointF tip(hub.x() + 15.0 * 0.42, hub.y() - 15.0 * 0.91); // about 65 degrees
+    p.setPen(inkPen(3.4, kPaper));
+    p.drawLine(hub, tip);
+    p.setPen(Qt::NoPen);
+    p.setBrush(kPaper);
+    p.drawEllipse(hub, 4.2, 4.2);
+
+    // The speed trend underneath.
+    QPainterPath trend;
+    trend.moveTo(11.0, 52.0);
+    const QPointF points[] = {{18.0, 48.5}, {24.0, 50.5}, {31.0, 45.5}, {38.0, 48.0}, {45.0, 43.5}, {53.0, 46.0}};
+    for (const QPointF& point : points)
+        trend.lineTo(point);
+    p.setPen(inkPen(2.6, kPaper));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(trend);
+    p.end();
+    return image;
+}
+
 bool save(const QImage& image, const QString& path, QTextStream& err)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
@@ -246,12 +296,13 @@ bool save(const QImage& image, const QString& path, QTextStream& err)
 int main(int argc, char* argv[])
 {
     QTextStream err(stderr);
-    if (argc != 3) {
-        err << "usage: netinfo_icongen <plugin dir> <skin image file>\n";
+    if (argc != 4) {
+        err << "usage: netinfo_icongen <plugin dir> <skin image file> <icon theme dir>\n";
         return 2;
     }
     const QString pluginDir = QString::fromLocal8Bit(argv[1]);
     const QString skinFile = QString::fromLocal8Bit(argv[2]);
+    const QString themeDir = QString::fromLocal8Bit(argv[3]);
 
     const Painter icons[] = {transfer, upload, download, statistics, spare, today, month, year, bullet};
     bool ok = true;
@@ -259,5 +310,7 @@ int main(int argc, char* argv[])
     for (const Painter& draw : icons)
         ok = save(render(draw), QStringLiteral("%1/Icon_%2").arg(pluginDir).arg(number++, 2, 10, QLatin1Char('0')), err) && ok;
     ok = save(skin(), skinFile, err) && ok;
+    for (int size : {48, 256})
+        ok = save(applicationIcon(size), QStringLiteral("%1/%2x%2/apps/netinfo.png").arg(themeDir).arg(size), err) && ok;
     return ok ? 0 : 1;
 }
