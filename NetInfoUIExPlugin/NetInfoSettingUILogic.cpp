@@ -51,6 +51,7 @@ NetInfoSettingUILogic* NetInfoSettingUILogic::m_pInstance = nullptr;
 
 NetInfoSettingUILogic* NetInfoSettingUILogic::GetInstance()
 {
+    NETINFO_SETTING_TRACE(kSource);
     if (!m_pInstance)
         m_pInstance = new NetInfoSettingUILogic;
     return m_pInstance;
@@ -58,6 +59,7 @@ NetInfoSettingUILogic* NetInfoSettingUILogic::GetInstance()
 
 void NetInfoSettingUILogic::Destroy()
 {
+    NETINFO_SETTING_TRACE(kSource);
     // Cleared as well, so that a plug-in brought up again after a tear-down
     // gets a fresh store instead of a dangling one.
     delete m_pInstance;

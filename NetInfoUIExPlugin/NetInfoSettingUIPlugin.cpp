@@ -68,6 +68,7 @@ NetInfoSettingUIPlugin* NetInfoSettingUIPlugin::m_pInstance = nullptr;
 
 NetInfoSettingUIPlugin* NetInfoSettingUIPlugin::GetInstance()
 {
+    NETINFO_SETTING_TRACE(kSource);
     if (!m_pInstance)
         m_pInstance = new NetInfoSettingUIPlugin;
     return m_pInstance;
@@ -75,6 +76,7 @@ NetInfoSettingUIPlugin* NetInfoSettingUIPlugin::GetInstance()
 
 void NetInfoSettingUIPlugin::ReleaseInstance()
 {
+    NETINFO_SETTING_TRACE(kSource);
     delete m_pInstance;
     m_pInstance = nullptr;
 }
@@ -122,6 +124,7 @@ QString NetInfoSettingUIPlugin::tr(QString id)
 
 void NetInfoSettingUIPlugin::ongetXMLUnit(QString text)
 {
+    NETINFO_SETTING_TRACE(kSource);
     unitText = text;
 }
 
