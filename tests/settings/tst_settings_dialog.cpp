@@ -119,7 +119,7 @@ private slots:
             else if (action == QLatin1String("close"))
                 dialog.close();
             else
-                buttons->button(action == QLatin1String("ok") ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)->click();
+                buttons->button(action == "ok" ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)->click();
         }
         QCOMPARE(calls, log);
         QCOMPARE(dialog.isVisible() ? -1 : dialog.result(), result);
