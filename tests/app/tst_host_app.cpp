@@ -6,7 +6,6 @@
 
 #include "Change.h"
 #include "ExtendDialog.h"
-#include "HostPaths.h"
 #include "TestHome.h"
 #include "simulated/SimulatedBackend.h"
 
@@ -74,13 +73,10 @@ private slots:
     {
         TestHome home;
         qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
-        QVERIFY(QDir().mkpath(HostPaths::userDataDir()));
-        QFile limits(HostPaths::userDataDir() + "/DataUsageLimit.ini");
-        QVERIFY(limits.open(QIODevice::WriteOnly));
-        limits.write("[uselimit]\nchkRecurrence=true\nradioDaily=true\nradioWeekly=false\nradioMonthly=false\n"
-                     "chkVolume=true\nSizeVolume=100\nWarnBeforPercentage=80\nchkWarnbefore=true\n"
-                     "chkWarnAfter=true\nchkTimeVolume=false\n");
-        limits.close();
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini",
+                                   "[uselimit]\nchkRecurrence=true\nradioDaily=true\nradioWeekly=false\nradioMonthly=false\n"
+                                   "chkVolume=true\nSizeVolume=100\nWarnBeforPercentage=80\nchkWarnbefore=true\n"
+                                   "chkWarnAfter=true\nchkTimeVolume=false\n"));
 
         velt::SimulatedBackend* sdk = velt::SimulatedBackend::current();
         QVERIFY(sdk);

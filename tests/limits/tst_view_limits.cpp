@@ -51,12 +51,8 @@ class TestViewLimits : public QObject
     bool setUp(const Limits& limits, const QByteArray& config = {})
     {
         m_home = std::make_unique<TestHome>();
-        if (!m_home->isValid() || !QDir().mkpath(m_home->dataHome() + "/netinfo"))
+        if (!m_home->isValid() || !m_home->writeUserFile("DataUsageLimit.ini", limitFile(limits)))
             return false;
-        QFile user(m_home->dataHome() + "/netinfo/DataUsageLimit.ini");
-        if (!user.open(QIODevice::WriteOnly) || user.write(limitFile(limits)) < 0)
-            return false;
-        user.close();
         const bool configured = config.isEmpty() ? m_home->installDataFile("NetInfoUIExConfig.xml")
                                                  : m_home->writePluginFile("NetInfoUIExConfig.xml", config);
         if (!configured || !m_home->installDataFile("TrendsCtrlProfile.xml"))

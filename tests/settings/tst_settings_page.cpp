@@ -42,7 +42,7 @@ class TestSettingsPage : public QObject
     std::unique_ptr<TestHome> m_home;
     NetInfoSettingUIPlugin* m_page = nullptr;
 
-    QString userFile() const { return m_home->dataHome() + QStringLiteral("/netinfo/DataUsageLimit.ini"); }
+    QString userFile() const { return m_home->userFile(QStringLiteral("DataUsageLimit.ini")); }
 
     template <class T = QWidget> T* find(const char* name) const
     {
@@ -64,12 +64,9 @@ class TestSettingsPage : public QObject
         QString text = QString::fromLatin1(kStored);
         for (const QString& line : stored)
             text.replace(QRegularExpression("\n" + line.section(QLatin1Char('='), 0, 0) + "=[^\n]*"), "\n" + line);
-        QDir().mkpath(QFileInfo(userFile()).absolutePath());
-        QFile file(userFile());
-        if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), xml) || !file.open(QIODevice::WriteOnly)
-            || file.write(text.toLatin1()) != text.size())
+        if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), xml)
+            || !m_home->writeUserFile(QStringLiteral("DataUsageLimit.ini"), text.toLatin1()))
             return false;
-        file.close();
         velt::Sdk::instance().setBackend(std::make_unique<velt::SimulatedBackend>());
         NetInfoUILogic::Instance()->Init();
         m_page = NetInfoSettingUIPlugin::GetInstance();

@@ -37,13 +37,6 @@ QByteArray readAll(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-bool writeFile(const QString& path, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size();
-}
-
 } // namespace
 
 class TestSettingsStore : public QObject
@@ -53,13 +46,13 @@ class TestSettingsStore : public QObject
     std::unique_ptr<TestHome> m_home;
     NetInfoSettingUILogic* m_store = nullptr;
 
-    QString userFile() const { return m_home->dataHome() + QStringLiteral("/netinfo/DataUsageLimit.ini"); }
-    QString tempFile() const { return m_home->dataHome() + QStringLiteral("/netinfo/tempDataUsageLimit.ini"); }
+    QString userFile() const { return m_home->userFile(QStringLiteral("DataUsageLimit.ini")); }
+    QString tempFile() const { return m_home->userFile(QStringLiteral("tempDataUsageLimit.ini")); }
 
     // A null content leaves that file out.
     bool prepare(const QByteArray& user, const QByteArray& templ)
     {
-        return (user.isNull() || writeFile(userFile(), user))
+        return (user.isNull() || m_home->writeUserFile(QStringLiteral("DataUsageLimit.ini"), user))
             && (templ.isNull() || m_home->writePluginFile(QStringLiteral("DataUsageLimit.ini"), templ));
     }
 
