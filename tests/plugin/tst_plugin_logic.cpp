@@ -333,17 +333,6 @@ private slots:
         QCOMPARE(unitNames(speedUnits), speeds);
         QCOMPARE(unitNames(fluxUnits), fluxes);
     }
-
-    void shippedConfigurationMergesTheEdition()
-    {
-        QVERIFY(m_home->installDataFile(QStringLiteral("NetInfoUIExConfig.xml")));
-        NetInfoUILogic* logic = initialisedLogic(QByteArray(), "datacard");
-        QVector<TagUnits> fluxUnits;
-        logic->GetFluxUnitData(fluxUnits);
-        QVERIFY2(fluxUnits.size() > 1 && fluxUnits.at(1).iValue > 0, "the data limit's unit needs a factor");
-        QVERIFY(!logic->IsFunctionEnable(QStringLiteral("RESETALLDATA")));
-        QVERIFY(logic->IsFunctionEnable(QStringLiteral("SHOWGRAPH")));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestLogic)

@@ -432,23 +432,6 @@ private slots:
         QCOMPARE(storedTexts(tree), shown); // neither status nor unknown messages touch the tree
     }
 
-    void doModalBeforeShowWindow()
-    {
-        QVERIFY(setUp());
-        QCOMPARE(m_view->DoModal(), 0);
-        QPointer<QWidget> root;
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            root = widget->objectName() == QLatin1String("NetInfoUIPlugin_WidgetParent") ? widget : root.data();
-        QVERIFY(root && root->isVisible());
-        QCOMPARE(root->pos(), QPoint(0, 0));
-        QCOMPARE(m_view->Hide(), 1);
-        QVERIFY(!root->isVisible());
-        m_view->unSDKRegisterEvent();
-        CNetInfoUIService::Destroy();
-        m_view = nullptr;
-        QVERIFY(root.isNull());
-    }
-
     void contextMenuEntries_data()
     {
         QTest::addColumn<QStringList>("off");
