@@ -6,7 +6,6 @@
 
 #include "Change.h"
 #include "ExtendDialog.h"
-#include "HostPaths.h"
 #include "TestHome.h"
 #include "simulated/SimulatedBackend.h"
 
@@ -74,13 +73,10 @@ private slots:
     {
         TestHome home;
         qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
-        QVERIFY(QDir().mkpath(HostPaths::userDataDir()));
-        QFile limits(HostPaths::userDataDir() + "/DataUsageLimit.ini");
-        QVERIFY(limits.open(QIODevice::WriteOnly));
-        limits.write("[uselimit]\nchkRecurrence=true\nradioDaily=true\nradioWeekly=false\nradioMonthly=false\n"
-                     "chkVolume=true\nSizeVolume=100\nWarnBeforPercentage=80\nchkWarnbefore=true\n"
-                     "chkWarnAfter=true\nchkTimeVolume=false\n");
-        limits.close();
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini",
+                                   "[uselimit]\nchkRecurrence=true\nradioDaily=true\nradioWeekly=false\nradioMonthly=false\n"
+                                   "chkVolume=true\nSizeVolume=100\nWarnBeforPercentage=80\nchkWarnbefore=true\n"
+                                   "chkWarnAfter=true\nchkTimeVolume=false\n"));
 
         velt::SimulatedBackend* sdk = velt::SimulatedBackend::current();
         QVERIFY(sdk);
@@ -96,13 +92,13 @@ private slots:
         sdk->tick();
 
         ExtendDialog* dialog = nullptr;
-        QTRY_VERIFY((dialog = qobject_cast<ExtendDialog*>(
-                         [] {
-                             for (QWidget* widget : QApplication::topLevelWidgets())
-                                 if (widget->objectName() == "WarnDlg_ExtendedDlg" && widget->isVisible())
-                                     return widget;
-                             return static_cast<QWidget*>(nullptr);
-                         }())));
+        const auto shown = [&dialog] {
+            for (QWidget* widget : QApplication::topLevelWidgets())
+                if (widget->objectName() == "WarnDlg_ExtendedDlg" && widget->isVisible())
+                    dialog = qobject_cast<ExtendDialog*>(widget);
+            return dialog != nullptr;
+        };
+        QTRY_VERIFY(shown());
         QCOMPARE(dialog->findChild<QLabel*>("WarnDlg_LabelWarn")->text(),
                  Change::tr("IDS_BOX_WARNBEFORE", "NetInfoUIExPlugin"));
         auto* box = dialog->findChild<QCheckBox*>("WarnDlg_CheckBox");
@@ -134,9 +130,8 @@ private slots:
             QCOMPARE(QGuiApplication::layoutDirection(), Qt::RightToLeft);
             QVERIFY(arabic->isChecked());
             auto* caption = host.window().findChild<QLabel*>("NetInfoUIPlugin_LabelDataVolume");
-            QVERIFY(caption);
+            QVERIFY(caption && caption->text() != QLatin1String("Data volume"));
             QCOMPARE(caption->text(), Change::tr("IDS_STA_TOTALVOLUME", "NetInfoUIExPlugin"));
-            QVERIFY(caption->text() != QLatin1String("Data volume"));
             host.shutdown();
         }
         options.language.clear();

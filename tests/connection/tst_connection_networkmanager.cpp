@@ -57,12 +57,10 @@ private slots:
 
         // A stopped NetworkManager that could be started on demand must stay stopped.
         const QString touch = QStandardPaths::findExecutable(QStringLiteral("touch"));
-        QVERIFY(!touch.isEmpty());
         QFile service(m_bus->servicesDir() + QStringLiteral("/org.freedesktop.NetworkManager.service"));
-        QVERIFY(service.open(QIODevice::WriteOnly));
-        service.write(QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n")
-                          .arg(kService, touch, activationMarker())
-                          .toUtf8());
+        QVERIFY(!touch.isEmpty() && service.open(QIODevice::WriteOnly));
+        service.write(
+            QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n").arg(kService, touch, activationMarker()).toUtf8());
         service.close();
 
         QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), kStandInName);
@@ -100,25 +98,21 @@ private slots:
         QTest::addColumn<int>("ethCalls");
         QTest::addColumn<QString>("message"); // part of the reported text
 
-        const QString none;
+        const QString none, nm = QStringLiteral("org.freedesktop.NetworkManager.");
         QTest::newRow("mobile device") << "wwan0" << none << true << 1 << 0 << none;
         QTest::newRow("other device") << "eth0" << none << true << 0 << 1 << none;
-        QTest::newRow("unknown interface")
-            << "usb7" << none << false << 0 << 0 << "does not manage the interface \"usb7\"";
-        QTest::newRow("device object gone")
-            << "ghost0" << none << false << 0 << 0 << "NetworkManager could not disconnect \"ghost0\": ";
+        QTest::newRow("unknown interface") << "usb7" << none << false << 0 << 0
+                                           << "does not manage the interface \"usb7\"";
+        QTest::newRow("device object gone") << "ghost0" << none << false << 0 << 0
+                                            << "NetworkManager could not disconnect \"ghost0\": ";
         QTest::newRow("no interface") << "" << none << false << 0 << 0 << "no network interface";
-        QTest::newRow("not active") << "wwan0"
-                                    << "org.freedesktop.NetworkManager.Device.NotActive" << false << 1 << 0
+        QTest::newRow("not active") << "wwan0" << nm + "Device.NotActive" << false << 1 << 0
                                     << "\"wwan0\" is already disconnected.";
-        QTest::newRow("not authorized") << "wwan0"
-                                        << "org.freedesktop.NetworkManager.PermissionDenied" << false << 1
-                                        << 0 << "You are not allowed to disconnect \"wwan0\".";
-        QTest::newRow("other refusal") << "wwan0"
-                                       << "org.freedesktop.NetworkManager.Device.Failed" << false << 1 << 0
+        QTest::newRow("not authorized") << "wwan0" << nm + "PermissionDenied" << false << 1 << 0
+                                        << "You are not allowed to disconnect \"wwan0\".";
+        QTest::newRow("other refusal") << "wwan0" << nm + "Device.Failed" << false << 1 << 0
                                        << "could not disconnect \"wwan0\": the stand-in refuses";
-        QTest::newRow("no answer") << "wwan0" << StandInDevice::Hang << false << 1 << 0
-                                   << "did not answer in time";
+        QTest::newRow("no answer") << "wwan0" << StandInDevice::Hang << false << 1 << 0 << "did not answer in time";
     }
 
     void disconnectInterface()
@@ -126,8 +120,6 @@ private slots:
         QFETCH(QString, interfaceName);
         QFETCH(QString, deviceError);
         QFETCH(bool, ok);
-        QFETCH(int, wwanCalls);
-        QFETCH(int, ethCalls);
         QFETCH(QString, message);
         m_wwan.errorName = m_eth.errorName = deviceError;
 
@@ -135,13 +127,10 @@ private slots:
         QVERIFY(control.canDisconnect());
         const DisconnectResult result = runDisconnect(control, interfaceName);
 
-        QVERIFY2(result.ok == ok, qPrintable(result.message));
-        if (ok)
-            QVERIFY2(result.message.isEmpty(), qPrintable(result.message));
-        else
-            QVERIFY2(result.message.contains(message), qPrintable(result.message));
-        QCOMPARE(m_wwan.calls, wwanCalls);
-        QCOMPARE(m_eth.calls, ethCalls);
+        QVERIFY2(result.ok == ok && (ok ? result.message.isEmpty() : result.message.contains(message)),
+                 qPrintable(result.message));
+        QTEST(m_wwan.calls, "wwanCalls");
+        QTEST(m_eth.calls, "ethCalls");
     }
 
     void availability_data()

@@ -80,17 +80,15 @@ private slots:
     void profileIsRead()
     {
         QFETCH(QByteArray, content);
-        QFETCH(int, code);
         QFETCH(QString, warning);
         QFETCH(QStringList, entries);
         QVERIFY(setUp(content == "dir" ? QByteArray() : content));
-        if (content == "dir")
-            QVERIFY(QDir(m_home->pluginDir()).mkdir(QStringLiteral("TrendsCtrlProfile.xml")));
+        QVERIFY(content != "dir" || QDir(m_home->pluginDir()).mkdir(QStringLiteral("TrendsCtrlProfile.xml")));
         if (!warning.isEmpty())
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
         QVector<NetInfoColourConfig> colours{{QStringLiteral("kept"), QString()}};
         QVector<NetInfoFontConfig> fonts;
-        QCOMPARE(NetInfoGraphConfigParse::GetInstance()->GetSettingsFromXML(colours, fonts), code);
+        QTEST(NetInfoGraphConfigParse::GetInstance()->GetSettingsFromXML(colours, fonts), "code");
         QStringList read;
         for (const NetInfoColourConfig& colour : colours)
             read << colour.strId + '=' + colour.strColor;
@@ -114,11 +112,10 @@ private slots:
     void graphTakesEntriesByPosition()
     {
         QFETCH(QByteArray, content);
-        QFETCH(QColor, grid);
         QFETCH(bool, font);
         QVERIFY(setUp(content));
         GraphWidget graph;
-        QCOMPARE(graph.gridColour(), grid);
+        QTEST(graph.gridColour(), "grid");
         QCOMPARE(graph.uploadColour(), QColor(Qt::red));
         QCOMPARE(graph.downloadColour(), QColor(Qt::blue));
         QCOMPARE(graph.graphFont().family(), font ? QStringLiteral("DejaVu Sans") : graph.font().family());
@@ -144,7 +141,6 @@ private slots:
     void scaleOnlyGrows()
     {
         QFETCH(QList<QPointF>, samples);
-        QFETCH(QList<int>, scales);
         QVERIFY(setUp());
         GraphWidget graph;
         QList<int> seen;
@@ -152,7 +148,7 @@ private slots:
             graph.DrawGraph(sample.x(), sample.y());
             seen << graph.maxSpeed();
         }
-        QCOMPARE(seen, scales);
+        QTEST(seen, "scales");
     }
 
     void uploadTrimmedDownloadNot_data()
@@ -204,8 +200,7 @@ private slots:
         graph.DrawGraph(60, 0);
         const QImage image = graph.grab().toImage();
         QCOMPARE(QColor(image.pixel(200, 5)), QColor(Qt::white));
-        int left = image.width();
-        int right = -1;
+        int left = image.width(), right = -1;
         for (int y = 0; y < 150; ++y)
             for (int x = 0; x < image.width(); ++x)
                 if (QColor(image.pixel(x, y)) == QColor(Qt::red)) {
@@ -222,8 +217,7 @@ private slots:
 
         // The reset button sits in the bottom corner on the trailing side.
         auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
-        QVERIFY(button);
-        QCOMPARE(button->geometry().bottom(), graph.height() - 2);
+        QVERIFY(button && button->geometry().bottom() == graph.height() - 2);
         QCOMPARE(rightToLeft ? button->x() : button->geometry().right(), rightToLeft ? 9 : graph.width() - 9);
     }
 

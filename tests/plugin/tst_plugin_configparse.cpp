@@ -53,9 +53,7 @@ private slots:
     void errorCodes()
     {
         QFETCH(QString, fixture);
-        QFETCH(int, code);
         QFETCH(QString, warning);
-        QFETCH(QStringList, kept);
         TestHome home;
         if (fixture == QLatin1String("directory")) {
             QVERIFY(QDir().mkpath(NetInfoConfigParse::configFilePath()));
@@ -66,8 +64,8 @@ private slots:
         }
         QVector<NetInfoConfig> out{{QStringLiteral("stale"), {}, {}, {}, {}}};
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
-        QCOMPARE(parse(QStringLiteral("common"), out), code);
-        QCOMPARE(names(out), kept);
+        QTEST(parse(QStringLiteral("common"), out), "code");
+        QTEST(names(out), "kept");
     }
 
     void selectsTheWantedSection_data()
@@ -108,12 +106,11 @@ private slots:
     {
         QFETCH(QByteArray, content);
         QFETCH(QString, module);
-        QFETCH(QStringList, expected);
         TestHome home;
         QVERIFY(home.writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), content));
         QVector<NetInfoConfig> out;
         QCOMPARE(parse(module, out), 0);
-        QCOMPARE(names(out), expected);
+        QTEST(names(out), "expected");
     }
 
     void collectsColoursAndLimitsFromEveryModule()

@@ -2,26 +2,13 @@
 // periods, history, reset, restarts, a killed writer and a corrupt file.
 #include "FakeProc.h"
 #include "LinuxBackend.h"
-#include "Sdk.h"
+#include "SdkTestSupport.h"
 #include "UsageLedger.h"
-
-#include <QtTest>
 
 #include <csignal>
 #include <ctime>
 
 using namespace velt;
-
-Q_DECLARE_METATYPE(velt::StatisticsRecord)
-
-namespace velt {
-inline char* toString(const StatisticsRecord& r)
-{
-    return QTest::toString(QStringLiteral("{received %1, sent %2, rx %3/s, tx %4/s, %5 s, reset %6}")
-                               .arg(r.bytesReceived).arg(r.bytesSent).arg(r.receiveSpeed)
-                               .arg(r.sendSpeed).arg(r.duration).arg(r.resetTime));
-}
-} // namespace velt
 
 namespace {
 // Wednesday 2024-03-13 23:59:58 in Berlin.

@@ -15,29 +15,19 @@ class ScriptedPage : public QObject, public ISettingUIPlugin
 {
 public:
     ScriptedPage(QString name, QList<bool> okAnswers, QStringList& log)
-        : m_name(std::move(name))
-        , m_okAnswers(std::move(okAnswers))
-        , m_log(log)
+        : m_name(std::move(name)), m_okAnswers(std::move(okAnswers)), m_log(log)
     { }
 
     bool OnClickSettingOkButton() override
     {
-        m_log << m_name + QStringLiteral(":ok");
         const bool saved = m_okAnswers.isEmpty() || m_okAnswers.takeFirst();
-        if (saved)
-            detach();
-        return saved;
+        return note("ok", saved && detach());
     }
-    bool OnClickSettingCancelButton() override
-    {
-        m_log << m_name + QStringLiteral(":cancel");
-        detach();
-        return true;
-    }
+    bool OnClickSettingCancelButton() override { return note("cancel", detach()); }
     bool ShowSettingDialog(QWidget* parent, QRect& rect) override
     {
-        if (m_log.isEmpty() || m_log.last() != m_name + QStringLiteral(":show"))
-            m_log << m_name + QStringLiteral(":show");
+        if (m_log.value(m_log.size() - 1) != m_name + QStringLiteral(":show"))
+            note("show");
         m_widget.setParent(parent);
         m_widget.setGeometry(rect);
         m_widget.show();
@@ -47,19 +37,24 @@ public:
     QString GetModuleName() override { return m_name; }
     bool HideSetting() override
     {
-        m_log << m_name + QStringLiteral(":hide");
         m_widget.hide();
-        return true;
+        return note("hide");
     }
     bool IsActiveSetting() override { return m_active; }
 
     QWidget m_widget;
 
 private:
-    void detach()
+    bool note(const char* operation, bool result = true)
     {
-        m_active = false;
+        m_log << m_name + ':' + operation;
+        return result;
+    }
+    bool detach()
+    {
         m_widget.setParent(nullptr);
+        m_active = false;
+        return true;
     }
 
     QString m_name;
@@ -124,14 +119,10 @@ private slots:
             else if (action == QLatin1String("close"))
                 dialog.close();
             else
-                buttons
-                    ->button(action == QLatin1String("ok") ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)
-                    ->click();
+                buttons->button(action == "ok" ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)->click();
         }
         QCOMPARE(calls, log);
-        QCOMPARE(dialog.isVisible(), result < 0);
-        if (result >= 0)
-            QCOMPARE(dialog.result(), result);
+        QCOMPARE(dialog.isVisible() ? -1 : dialog.result(), result);
     }
 };
 

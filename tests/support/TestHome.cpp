@@ -6,7 +6,14 @@
 
 namespace {
 const char* const kVariables[] = {"NETINFO_LIBRARY_PATH", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME"};
+
+bool writeFile(const QString& path, const QByteArray& content)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size();
 }
+} // namespace
 
 TestHome::TestHome()
 {
@@ -37,6 +44,7 @@ QString TestHome::homePath() const { return m_dir.path() + QStringLiteral("/home
 QString TestHome::pluginDir() const { return homePath() + QStringLiteral("/plugins/NetInfoUIExPlugin"); }
 QString TestHome::dataHome() const { return m_dir.path() + QStringLiteral("/data"); }
 QString TestHome::configHome() const { return m_dir.path() + QStringLiteral("/config"); }
+QString TestHome::userFile(const QString& name) const { return dataHome() + QStringLiteral("/netinfo/") + name; }
 
 bool TestHome::installDataFile(const QString& name)
 {
@@ -57,8 +65,12 @@ bool TestHome::installTranslations()
 
 bool TestHome::writePluginFile(const QString& name, const QByteArray& content)
 {
-    QFile file(pluginDir() + QLatin1Char('/') + name);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size();
+    return writeFile(pluginDir() + QLatin1Char('/') + name, content);
+}
+
+bool TestHome::writeUserFile(const QString& name, const QByteArray& content)
+{
+    return writeFile(userFile(name), content);
 }
 
 QString TestHome::sourceDataDir() { return QStringLiteral(NETINFO_SOURCE_DATA_DIR); }

@@ -23,6 +23,7 @@ public:
     QString pluginDir() const;     // <home>/plugins/NetInfoUIExPlugin
     QString dataHome() const;      // XDG_DATA_HOME
     QString configHome() const;    // XDG_CONFIG_HOME
+    QString userFile(const QString& name) const; // XDG_DATA_HOME/netinfo/<name>
 
     // Copies a shipped file of the source tree's data/ into the plug-in dir.
     bool installDataFile(const QString& name);
@@ -30,6 +31,8 @@ public:
     bool installTranslations();
     // Writes a file into the plug-in dir (for deliberately broken fixtures).
     bool writePluginFile(const QString& name, const QByteArray& content);
+    // Writes one of the user's own files, making its directory.
+    bool writeUserFile(const QString& name, const QByteArray& content);
 
     static QString sourceDataDir();
     static QString buildHomeDir();
