@@ -126,6 +126,9 @@ private slots:
         QTest::newRow("falling back under the percentage re-arms")
             << Limits{} << QStringList{"85", "10", "85"}
             << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
+        QTest::newRow("re-armed early warning only: a later jump past the limit warns again")
+            << Limits{{"chkWarnAfter", "false"}} << QStringList{"85", "10", "120"}
+            << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
         QTest::newRow("data limit off never warns")
             << Limits{{"chkVolume", "false"}} << QStringList{"85", "150"} << QStringList{"", ""};
         QTest::newRow("empty warning switches read as off")
