@@ -1,37 +1,19 @@
 // One statistics tick end to end on the simulated SDK: the backend fires,
 // the bridge emits, the view updates tree, panel and stored figures.
 //   bench_tick [ticks]   (default 500; runs offscreen)
+#include "BenchSupport.h"
 #include "HostIds.h"
 #include "NetInfoUIService.h"
 #include "simulated/SimulatedBackend.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QWidget>
 
-#include <algorithm>
-#include <chrono>
-#include <vector>
 
 int main(int argc, char* argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_LOGGING_RULES", "netinfo.*.debug=false");
-
-    // A private <home> with the shipped data, so no user file is touched.
-    QTemporaryDir home;
-    const QString pluginDir = home.path() + QStringLiteral("/plugins/NetInfoUIExPlugin");
-    QDir().mkpath(pluginDir);
-    const QDir shipped(QStringLiteral(NETINFO_PLUGIN_DATA_DIR));
-    for (const QString& name : shipped.entryList(QDir::Files))
-        QFile::copy(shipped.filePath(name), pluginDir + QLatin1Char('/') + name);
-    qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(home.path()));
-    qputenv("XDG_DATA_HOME", QFile::encodeName(home.path() + QStringLiteral("/data")));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path() + QStringLiteral("/config")));
+    const BenchHome home;
 
     QApplication app(argc, argv);
     const int ticks = argc > 1 ? std::max(1, QString::fromLocal8Bit(argv[1]).toInt()) : 500;
@@ -59,17 +41,10 @@ int main(int argc, char* argv[])
         QCoreApplication::processEvents();
     }
 
-    std::vector<double> samples;
-    samples.reserve(ticks);
-    for (int i = 0; i < ticks; ++i) {
-        const auto start = std::chrono::steady_clock::now();
+    const double median = medianMicroseconds(ticks, [&] {
         backend->tick();
         QCoreApplication::processEvents();
-        const auto end = std::chrono::steady_clock::now();
-        samples.push_back(std::chrono::duration<double, std::micro>(end - start).count());
-    }
-    std::nth_element(samples.begin(), samples.begin() + samples.size() / 2, samples.end());
-    const double median = samples[samples.size() / 2];
+    });
     QTextStream(stdout) << "tick median: " << qRound64(median) << " us over " << ticks << " ticks\n";
 
     service->unSDKRegisterEvent();
