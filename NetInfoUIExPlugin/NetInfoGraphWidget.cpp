@@ -175,6 +175,25 @@ double GraphWidget::speedY(double speed) const
     return (m_dPlotHeight + 20) - m_dPlotHeight * speed / m_iMaxSpeed;
 }
 
+// Both curves from the newest sample at startX, one pixel a sample in the
+// direction dx; the walk follows the upload list's length only.
+void GraphWidget::drawCurves(QPainter& painter, double startX, int dx, const QPen& upPen, const QPen& downPen)
+{
+    if (m_listUp.size() <= 1 || m_dPlotWidth < 0)
+        return;
+    QVector<QLineF> upLines;
+    QVector<QLineF> downLines;
+    double x = startX;
+    for (int step = 0; step + 1 < m_listUp.size() && step <= m_dPlotWidth; ++step, x += dx) {
+        upLines.append(QLineF(x, speedY(m_listUp[step]), x + dx, speedY(m_listUp[step + 1])));
+        downLines.append(QLineF(x, speedY(m_listDown.value(step)), x + dx, speedY(m_listDown.value(step + 1))));
+    }
+    painter.setPen(upPen);
+    painter.drawLines(upLines);
+    painter.setPen(downPen);
+    painter.drawLines(downLines);
+}
+
 void GraphWidget::drawLeftToRight(QPainter& painter)
 {
     m_dLeft += 10;
@@ -236,19 +255,7 @@ void GraphWidget::drawLeftToRight(QPainter& painter)
     painter.drawRect(oneLine ? QRectF(upWidth + 79, m_dPlotHeight + 24, 8, 8) : QRectF(59, m_dPlotHeight + 37, 8, 8));
     painter.setBrush(Qt::NoBrush);
 
-    if (m_listUp.size() <= 1 || m_dPlotWidth < 0)
-        return;
-    QVector<QLineF> upLines;
-    QVector<QLineF> downLines;
-    double x = m_dPlotWidth + 70;
-    for (int step = 0; step + 1 < m_listUp.size() && step <= m_dPlotWidth; ++step, x -= 1) {
-        upLines.append(QLineF(x, speedY(m_listUp[step]), x - 1, speedY(m_listUp[step + 1])));
-        downLines.append(QLineF(x, speedY(m_listDown.value(step)), x - 1, speedY(m_listDown.value(step + 1))));
-    }
-    painter.setPen(upPen);
-    painter.drawLines(upLines);
-    painter.setPen(downPen);
-    painter.drawLines(downLines);
+    drawCurves(painter, m_dPlotWidth + 70, -1, upPen, downPen);
 }
 
 // The mirror image of drawLeftToRight, with constants of its own.
@@ -310,19 +317,7 @@ void GraphWidget::drawRightToLeft(QPainter& painter)
                              : QRectF(m_dPlotWidth + 1, m_dPlotHeight + 36, 8, 8));
     painter.setBrush(Qt::NoBrush);
 
-    if (m_listUp.size() <= 1 || m_dPlotWidth < 0)
-        return;
-    QVector<QLineF> upLines;
-    QVector<QLineF> downLines;
-    double x = m_dLeft - 50;
-    for (int step = 0; step + 1 < m_listUp.size() && step <= m_dPlotWidth; ++step, x += 1) {
-        upLines.append(QLineF(x, speedY(m_listUp[step]), x + 1, speedY(m_listUp[step + 1])));
-        downLines.append(QLineF(x, speedY(m_listDown.value(step)), x + 1, speedY(m_listDown.value(step + 1))));
-    }
-    painter.setPen(upPen);
-    painter.drawLines(upLines);
-    painter.setPen(downPen);
-    painter.drawLines(downLines);
+    drawCurves(painter, m_dLeft - 50, 1, upPen, downPen);
 }
 
 void GraphWidget::onSizeChange(int width, int height)

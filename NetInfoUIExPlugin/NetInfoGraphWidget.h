@@ -14,6 +14,7 @@
 class CNetInfoUIService;
 class INotifyService;
 class QPainter;
+class QPen;
 class QPushButton;
 
 class GraphWidget : public QWidget
@@ -54,6 +55,7 @@ protected:
 private:
     QString speedTitle();
     double speedY(double speed) const;
+    void drawCurves(QPainter& painter, double startX, int dx, const QPen& upPen, const QPen& downPen);
     void fitResetButton();
 
     QPushButton* m_pResetButton = nullptr;
