@@ -35,12 +35,7 @@ void ConnectionLayer::start(const Options& options)
             velt::Sdk::instance().setBackend(std::move(backend));
             m_source = Source::Real;
             if (!m_control)
-                m_control = std::make_unique<NetworkManagerControl>();
-            connect(m_control.get(), &ConnectionControl::disconnectFinished, this,
-                    [this](const QString&, const DisconnectResult& result) {
-                        if (!result.ok)
-                            emit message(result.message);
-                    });
+                setConnectionControl(std::make_unique<NetworkManagerControl>());
         } else {
             emit message(tr("This system's network counters cannot be read, so the figures shown are "
                             "simulated."));
@@ -77,6 +72,13 @@ QString ConnectionLayer::interfaceName() const
 void ConnectionLayer::setConnectionControl(std::unique_ptr<ConnectionControl> control)
 {
     m_control = std::move(control);
+    if (!m_control)
+        return;
+    connect(m_control.get(), &ConnectionControl::disconnectFinished, this,
+            [this](const QString&, const DisconnectResult& result) {
+                if (!result.ok)
+                    emit message(result.message);
+            });
 }
 
 void ConnectionLayer::disconnectLink()
