@@ -181,4 +181,14 @@ QString LinuxBackend::interfaceName() const
     return m_snapshot->interfaceName;
 }
 
+RecordingStatus LinuxBackend::recordingStatus() const
+{
+    std::lock_guard lock(m_snapshotMutex);
+    RecordingStatus status;
+    status.recording = true;
+    if (!m_snapshot->interfaceName.isEmpty())
+        status.counted = {m_snapshot->interfaceName};
+    return status;
+}
+
 } // namespace velt

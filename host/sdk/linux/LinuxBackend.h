@@ -61,6 +61,8 @@ public:
     bool tickNow();
     // The measured interface as of the last sample; empty when there is none.
     QString interfaceName() const;
+    // Whether this process records, and what the user should know about it.
+    RecordingStatus recordingStatus() const;
 
 private:
     int onWorker(const std::function<int(UsageMeter&)>& call);

@@ -2,6 +2,7 @@
 // can be replaced, so tests run it on fixture files and a fixed clock.
 #pragma once
 
+#include "LinkInfo.h"
 #include "NetSource.h"
 #include "veltsdk.h"
 
@@ -16,6 +17,12 @@ struct VELTSDK_EXPORT LinuxOptions
 {
     // The interface to measure; empty chooses one (see chooseInterface).
     QString interfaceName;
+    // Interfaces chosen explicitly (--interface, repeatable); empty: the
+    // metered links, else the mobile names, else the default route's.
+    QStringList interfaceNames;
+    // Empty: no NetworkManager, the interface names decide what is metered.
+    LinkInfoFn linkInfo;
+    RecordingRole role = RecordingRole::Auto;
     // Empty: HostPaths::userDataDir() + "/usage.sqlite".
     QString databasePath;
     // Empty: HostPaths::hostSettingsFile(), where the period start days are.
