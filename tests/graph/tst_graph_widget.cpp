@@ -68,6 +68,8 @@ private slots:
         QTest::newRow("broken inside keeps what came first")
             << QByteArray("<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
             << 6 << "^GroupInfo Read Error " << QStringList{"a=#FF000001", "f=//"};
+        QTest::newRow("broken right after the root ends quietly")
+            << QByteArray("<TrendsCtrlProfile><<") << 0 << QString() << QStringList();
         QTest::newRow("nested, repeated ids, missing attributes, case")
             << profile("<G><Color id=\"x\" color=\"#FF0000FF\"/></G><Color id=\"x\"/><color id=\"lower\"/>"
                        "<Font family=\"Serif\" size=\"9\"/><Other color=\"#FFFFFFFF\"/>")
@@ -107,6 +109,8 @@ private slots:
         QTest::newRow("four colours, three fonts") << profile(kColours + threeFonts) << QColor() << false;
         QTest::newRow("grid without its alpha pair")
             << profile(kColours + "<Color color=\"#808080\"/>" + threeFonts) << QColor() << false;
+        QTest::newRow("eight digits left after the pair")
+            << profile(kColours + "<Color color=\"#FF80FF0000\"/>" + threeFonts) << QColor() << false;
     }
 
     void graphTakesEntriesByPosition()
