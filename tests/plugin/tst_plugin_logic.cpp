@@ -1,7 +1,9 @@
 // The statistics bridge on a scripted SDK: report kinds, the callback, failures
 // and the merged configuration.
+#include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
 
+#include "PluginMessageFormat.h"
 #include "TestHome.h"
 
 #include "Sdk.h"
@@ -16,6 +18,8 @@
 using velt::SdkCall;
 using velt::SimulatedBackend;
 using velt::StatisticsRecord;
+
+Q_LOGGING_CATEGORY(lcOtherPart, "netinfo.host")
 
 namespace {
 constexpr qint64 kResetTime = 1700000000; // a fixed clock for reset stamps
@@ -332,6 +336,36 @@ private slots:
         logic->GetFluxUnitData(fluxUnits);
         QCOMPARE(unitNames(speedUnits), speeds);
         QCOMPARE(unitNames(fluxUnits), fluxes);
+    }
+
+    // What the host prints for a line: the plug-in's as written, any other
+    // category with its name.
+    void linesPrintedByTheHost_data()
+    {
+        QTest::addColumn<bool>("plugin");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("plug-in") << true << "12:00:00:000: NetInfoUIExPlugin/NetInfoUILogic: Init: Entered";
+        QTest::newRow("another part") << false << "netinfo.host: 12:00:00:000: NetInfoUIExPlugin/NetInfoUILogic: Init: Entered";
+    }
+
+    void linesPrintedByTheHost()
+    {
+        QFETCH(bool, plugin);
+        QFETCH(QString, line);
+        static QStringList printed;
+        printed.clear();
+        const QtMessageHandler testHandler = qInstallMessageHandler(
+            [](QtMsgType type, const QMessageLogContext& context, const QString& message) {
+                printed << qFormatLogMessage(type, context, message);
+            });
+        PluginMessageFormat::install();
+        const char* const text = "%s: %s: %s: Entered";
+        if (plugin)
+            NETINFO_WARN(text, "12:00:00:000", "NetInfoUIExPlugin/NetInfoUILogic", "Init");
+        else
+            qCWarning(lcOtherPart, text, "12:00:00:000", "NetInfoUIExPlugin/NetInfoUILogic", "Init");
+        qInstallMessageHandler(testHandler);
+        QCOMPARE(printed, QStringList{line});
     }
 };
 
