@@ -13,10 +13,10 @@
 
 #include <QFontMetrics>
 #include <QGuiApplication>
-#include <QLineF>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <cmath>
@@ -52,6 +52,7 @@ QString GraphWidget::tr(QString id)
 
 void GraphWidget::init()
 {
+    forgetLayout();
     m_pGraphConfig = NetInfoGraphConfigParse::GetInstance();
     if (m_pGraphConfig && m_pGraphConfig->GetSettingsFromXML(m_vecColour, m_vecFont) != 0)
         NETINFO_TRACE("%s: %s: %s: Get Config data failed", NetInfoLog::now().constData(), kSource, "init");
@@ -77,6 +78,11 @@ void GraphWidget::init()
     }
 
     connect(this, &GraphWidget::SizeChange, this, &GraphWidget::onSizeChange);
+
+    // Every pixel is painted over an opaque background: Qt need not clear
+    // the area first.
+    setAttribute(Qt::WA_OpaquePaintEvent,
+                 NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor).alpha() == 255);
 
     m_colorGrid = NetInfoGraphConfigParse::colour(m_vecColour.value(4).strColor);
     m_colorUp = NetInfoGraphConfigParse::colour(m_vecColour.value(2).strColor);
@@ -120,14 +126,67 @@ void GraphWidget::DrawGraph(double up, double down)
     update();
 }
 
-void GraphWidget::paintEvent(QPaintEvent* event)
+void GraphWidget::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    painter.fillRect(event->rect(), NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor));
+    const bool rightToLeft = QGuiApplication::layoutDirection() != Qt::LeftToRight;
+    layOut(rightToLeft);
 
-    // Laid out over the whole widget, which is the event's rectangle on a
-    // full repaint; a partial one (beneath the reset button) is clipped to
-    // its region instead of squeezing the plot into it.
+    // Axes, labels, title and legend change only with the size, the scale,
+    // the direction, the language or the font; drawn once, copied per tick.
+    const LayerKey key{size(), devicePixelRatioF(), m_iMaxSpeed, rightToLeft,
+                       m_pResetButton && m_bResetAll ? m_pResetButton->width() : 0, Change::CurrentLanguage()};
+    if (!m_bLayerValid || !(key == m_layerKey)) {
+        if (key.language != m_layerKey.language)
+            m_bButtonFitted = false;
+        m_fixedLayer = QPixmap(size() * key.pixelRatio);
+        m_fixedLayer.setDevicePixelRatio(key.pixelRatio);
+        // Opaque when the background is, so that showing it is a plain copy;
+        // a translucent one still lets what lies beneath shine through.
+        const QColor background = NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor);
+        m_fixedLayer.fill(background.alpha() == 255 ? background : QColor(Qt::transparent));
+        QPainter layer(&m_fixedLayer);
+        layer.setFont(font());
+        drawFixedLayer(layer, rightToLeft);
+        m_layerKey = key;
+        m_bLayerValid = true;
+    }
+
+    // Clipped to the event's rectangle, as a direct fill of it would be.
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, m_fixedLayer);
+    drawCurves(painter, rightToLeft ? m_dLeft - 50 : m_dPlotWidth + 70, rightToLeft ? 1 : -1);
+
+    emit SizeChange(width(), height());
+    if (m_pResetButton && !m_bButtonFitted)
+        fitResetButton();
+}
+
+void GraphWidget::changeEvent(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::LanguageChange:
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        forgetLayout();
+        update();
+        break;
+    default:
+        break;
+    }
+    QWidget::changeEvent(event);
+}
+
+void GraphWidget::forgetLayout()
+{
+    m_bLayerValid = false;
+    m_bButtonFitted = false;
+}
+
+// Laid out over the whole widget, not the event's rectangle: a partial
+// repaint (beneath the reset button) is clipped to its region instead of
+// squeezing the plot into it.
+void GraphWidget::layOut(bool rightToLeft)
+{
     const QRect area = rect();
     m_dLeft = area.left() + 60;
     m_dTop = area.top() + 20;
@@ -135,21 +194,20 @@ void GraphWidget::paintEvent(QPaintEvent* event)
     m_dCursorY = m_dTop;
     m_dPlotHeight = (area.bottom() - area.top()) - 49;
     m_dStep = m_dPlotHeight / 12;
-
-    if (QGuiApplication::layoutDirection() == Qt::LeftToRight)
-        drawLeftToRight(painter);
-    else
-        drawRightToLeft(painter);
-
-    emit SizeChange(width(), height());
-    if (m_pResetButton)
-        fitResetButton();
+    // The two directions narrow the plot differently; both are kept.
+    if (rightToLeft) {
+        m_dPlotWidth -= 20;
+    } else {
+        m_dLeft += 10;
+        m_dPlotWidth -= 10;
+    }
 }
 
 void GraphWidget::fitResetButton()
 {
     const QString text = tr(QStringLiteral("IDS_RESET_ALLDATA"));
     const int textWidth = std::max(0, QFontMetrics(m_pResetButton->font()).boundingRect(text).width());
+    m_bButtonFitted = true;
     if (textWidth == 0) {
         m_pResetButton->setFixedWidth(0);
         return;
@@ -177,60 +235,71 @@ double GraphWidget::speedY(double speed) const
 
 // Both curves from the newest sample at startX, one pixel a sample in the
 // direction dx; the walk follows the upload list's length only.
-void GraphWidget::drawCurves(QPainter& painter, double startX, int dx, const QPen& upPen, const QPen& downPen)
+void GraphWidget::drawCurves(QPainter& painter, double startX, int dx)
 {
     if (m_listUp.size() <= 1 || m_dPlotWidth < 0)
         return;
-    QVector<QLineF> upLines;
-    QVector<QLineF> downLines;
-    double x = startX;
-    for (int step = 0; step + 1 < m_listUp.size() && step <= m_dPlotWidth; ++step, x += dx) {
-        upLines.append(QLineF(x, speedY(m_listUp[step]), x + dx, speedY(m_listUp[step + 1])));
-        downLines.append(QLineF(x, speedY(m_listDown.value(step)), x + dx, speedY(m_listDown.value(step + 1))));
-    }
-    painter.setPen(upPen);
-    painter.drawLines(upLines);
-    painter.setPen(downPen);
-    painter.drawLines(downLines);
+    // Segments rather than one polyline: the joins land on the same pixels
+    // as they always did.
+    const qsizetype segments = std::min<qsizetype>(m_listUp.size() - 1, qsizetype(m_dPlotWidth) + 1);
+    QVarLengthArray<QLineF, 1024> lines(segments);
+    const auto plot = [&](const QList<double>& samples, const QColor& colour) {
+        double x = startX;
+        double y = speedY(samples.value(0));
+        for (qsizetype i = 0; i < segments; ++i, x += dx) {
+            const double next = speedY(samples.value(i + 1));
+            lines[i] = QLineF(x, y, x + dx, next);
+            y = next;
+        }
+        painter.setPen(QPen(colour, 1));
+        painter.drawLines(lines.constData(), int(segments));
+    };
+    plot(m_listUp, m_colorUp);
+    plot(m_listDown, m_colorDown);
 }
 
-void GraphWidget::drawLeftToRight(QPainter& painter)
+void GraphWidget::drawFixedLayer(QPainter& painter, bool rightToLeft)
 {
-    m_dLeft += 10;
-    m_dPlotWidth -= 10;
-
+    painter.fillRect(rect(), NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor));
     const QPen framePen(m_colorGrid, 1);
     const QPen gridPen(m_colorGrid, 1, Qt::DotLine);
-    const QPen upPen(m_colorUp, 1);
-    const QPen downPen(m_colorDown, 1);
+    const double plotLeft = rightToLeft ? m_dLeft - 50 : m_dLeft;
+    const double plotRight = rightToLeft ? m_dPlotWidth + 10 : m_dPlotWidth + 70;
 
     painter.setPen(framePen);
-    painter.drawRect(QRectF(m_dLeft, m_dTop, m_dPlotWidth, m_dPlotHeight));
+    painter.drawRect(QRectF(plotLeft, m_dTop, m_dPlotWidth, m_dPlotHeight));
     painter.save();
-    painter.translate(m_dLeft - 75, m_dStep * 7);
+    painter.translate(rightToLeft ? m_dPlotWidth + 40 : m_dLeft - 75, m_dStep * 7);
     painter.rotate(-90);
-    painter.drawText(QPointF(0, 20), speedTitle());
+    painter.drawText(QPointF(0, rightToLeft ? 40 : 20), speedTitle());
     painter.restore();
 
+    // Left to right the labels are right-aligned in boxes before the plot;
+    // right to left they start at a point after it.
     painter.setFont(m_font);
     const int labelAlign = Qt::AlignRight | Qt::AlignTop;
+    const auto label = [&](double boxLeft, double boxWidth, double yBox, double yPoint, const QString& text) {
+        if (rightToLeft)
+            painter.drawText(QPointF(m_dPlotWidth + 15, yPoint), text);
+        else
+            painter.drawText(QRectF(boxLeft, yBox, boxWidth, 20), labelAlign, text);
+    };
     int value = m_iMaxSpeed;
-    painter.drawText(QRectF(m_dLeft - 41 - m_iTextHeight, m_dCursorY - 5, 50, 20), labelAlign, speedLabel(value));
+    label(m_dLeft - 41 - m_iTextHeight, 50, m_dCursorY - 5, m_dCursorY + 5, speedLabel(value));
     for (int round = 0; round < 11; ++round) {
         m_dCursorY += m_dStep;
         painter.setPen(gridPen);
-        painter.drawLine(QPointF(m_dLeft, m_dCursorY), QPointF(m_dPlotWidth + 70, m_dCursorY));
+        painter.drawLine(QPointF(plotLeft, m_dCursorY), QPointF(plotRight, m_dCursorY));
         value -= m_iMaxSpeed / 12;
         painter.setPen(framePen);
-        painter.drawText(QRectF(m_dLeft - 52 - m_iTextHeight, m_dCursorY - 5, m_iTextHeight + 50, 20), labelAlign,
-                         speedLabel(value));
+        label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 5, m_dCursorY + 5, speedLabel(value));
     }
     m_dCursorY += m_dStep;
-    painter.drawText(QRectF(m_dLeft - 52 - m_iTextHeight, m_dCursorY - 9, m_iTextHeight + 50, 20), labelAlign,
-                     QStringLiteral("0.0"));
+    label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 9, m_dCursorY - 1, QStringLiteral("0.0"));
 
     // The legend goes on one line when the download text fits beside the
-    // upload text and the reset button, else on two.
+    // upload text and the reset button, else on two; right to left it is
+    // right-aligned with each key box to the right of its text.
     painter.setFont(font());
     const QString upText = tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"));
     const QString downText = tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"));
@@ -239,85 +308,30 @@ void GraphWidget::drawLeftToRight(QPainter& painter)
     double room = m_dPlotWidth - upWidth - 70;
     if (m_pResetButton && m_bResetAll)
         room -= m_pResetButton->width();
-
-    painter.drawText(QPointF(70, m_dPlotHeight + 33), upText);
-    painter.setPen(upPen);
-    painter.setBrush(m_colorUp);
-    painter.drawRect(QRectF(59, m_dPlotHeight + 24, 8, 8));
-    painter.setPen(framePen);
     const bool oneLine = downWidth < room;
-    if (oneLine)
-        painter.drawText(QPointF(upWidth + 90, m_dPlotHeight + 33), downText);
-    else
-        painter.drawText(QPointF(70, m_dPlotHeight + 46), downText);
-    painter.setPen(downPen);
-    painter.setBrush(m_colorDown);
-    painter.drawRect(oneLine ? QRectF(upWidth + 79, m_dPlotHeight + 24, 8, 8) : QRectF(59, m_dPlotHeight + 37, 8, 8));
-    painter.setBrush(Qt::NoBrush);
+    const double w = m_dPlotWidth;
+    const double h = m_dPlotHeight;
 
-    drawCurves(painter, m_dPlotWidth + 70, -1, upPen, downPen);
-}
-
-// The mirror image of drawLeftToRight, with constants of its own.
-void GraphWidget::drawRightToLeft(QPainter& painter)
-{
-    m_dPlotWidth -= 20;
-
-    const QPen framePen(m_colorGrid, 1);
-    const QPen gridPen(m_colorGrid, 1, Qt::DotLine);
-    const QPen upPen(m_colorUp, 1);
-    const QPen downPen(m_colorDown, 1);
-
-    painter.setPen(framePen);
-    painter.drawRect(QRectF(m_dLeft - 50, m_dTop, m_dPlotWidth, m_dPlotHeight));
-    painter.save();
-    painter.translate(m_dPlotWidth + 40, m_dStep * 7);
-    painter.rotate(-90);
-    painter.drawText(QPointF(0, 40), speedTitle());
-    painter.restore();
-
-    painter.setFont(m_font);
-    const double labelX = m_dPlotWidth + 15;
-    int value = m_iMaxSpeed;
-    painter.drawText(QPointF(labelX, m_dCursorY + 5), speedLabel(value));
-    for (int round = 0; round < 11; ++round) {
-        m_dCursorY += m_dStep;
-        painter.setPen(gridPen);
-        painter.drawLine(QPointF(m_dLeft - 50, m_dCursorY), QPointF(m_dPlotWidth + 10, m_dCursorY));
-        value -= m_iMaxSpeed / 12;
-        painter.setPen(framePen);
-        painter.drawText(QPointF(labelX, m_dCursorY + 5), speedLabel(value));
+    QPointF upAt(70, h + 33);
+    QRectF upBox(59, h + 24, 8, 8);
+    QPointF downAt = oneLine ? QPointF(upWidth + 90, h + 33) : QPointF(70, h + 46);
+    QRectF downBox = oneLine ? QRectF(upWidth + 79, h + 24, 8, 8) : QRectF(59, h + 37, 8, 8);
+    if (rightToLeft) {
+        upAt = QPointF(w - upWidth - 2, h + 33);
+        upBox = QRectF(w + 1, h + 25, 8, 8);
+        downAt = oneLine ? QPointF(w - upWidth - downWidth - 17, h + 33) : QPointF(w - downWidth - 2, h + 44);
+        downBox = oneLine ? QRectF(w - upWidth - 14, h + 25, 8, 8) : QRectF(w + 1, h + 36, 8, 8);
     }
-    m_dCursorY += m_dStep;
-    painter.drawText(QPointF(labelX, m_dCursorY - 1), QStringLiteral("0.0"));
-
-    // Right-aligned legend; each key box stands to the right of its text.
-    painter.setFont(font());
-    const QString upText = tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"));
-    const QString downText = tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"));
-    const int upWidth = fontMetrics().horizontalAdvance(upText);
-    const int downWidth = fontMetrics().horizontalAdvance(downText);
-    double room = m_dPlotWidth - upWidth - 70;
-    if (m_pResetButton && m_bResetAll)
-        room -= m_pResetButton->width();
-
-    painter.drawText(QPointF(m_dPlotWidth - upWidth - 2, m_dPlotHeight + 33), upText);
-    painter.setPen(upPen);
+    painter.drawText(upAt, upText);
+    painter.setPen(QPen(m_colorUp, 1));
     painter.setBrush(m_colorUp);
-    painter.drawRect(QRectF(m_dPlotWidth + 1, m_dPlotHeight + 25, 8, 8));
+    painter.drawRect(upBox);
     painter.setPen(framePen);
-    const bool oneLine = downWidth < room;
-    if (oneLine)
-        painter.drawText(QPointF(m_dPlotWidth - upWidth - downWidth - 17, m_dPlotHeight + 33), downText);
-    else
-        painter.drawText(QPointF(m_dPlotWidth - downWidth - 2, m_dPlotHeight + 44), downText);
-    painter.setPen(downPen);
+    painter.drawText(downAt, downText);
+    painter.setPen(QPen(m_colorDown, 1));
     painter.setBrush(m_colorDown);
-    painter.drawRect(oneLine ? QRectF(m_dPlotWidth - upWidth - 14, m_dPlotHeight + 25, 8, 8)
-                             : QRectF(m_dPlotWidth + 1, m_dPlotHeight + 36, 8, 8));
+    painter.drawRect(downBox);
     painter.setBrush(Qt::NoBrush);
-
-    drawCurves(painter, m_dLeft - 50, 1, upPen, downPen);
 }
 
 void GraphWidget::onSizeChange(int width, int height)
@@ -340,10 +354,9 @@ void GraphWidget::setGraphMinmumWidth(int width)
 {
     const QFontMetrics metrics(m_font);
     const int legend = std::max(metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"))),
-                                metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"))))
-                       + 70;
+                                metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"))));
     const int button = m_pResetButton && !m_pResetButton->isHidden() ? m_pResetButton->width() : 0;
-    setMinimumWidth(legend + button);
+    setMinimumWidth(legend + 70 + button);
     if (INotifyService* service = GetNodifyInstance())
         service->Notify(QLatin1String(HostIds::MainFrameTarget), HostIds::EventMinimumWidth,
                         static_cast<quintptr>(std::max(0, legend + width + 70 + button)), 0);

@@ -8,6 +8,7 @@
 #include <QColor>
 #include <QFont>
 #include <QList>
+#include <QPixmap>
 #include <QVector>
 #include <QWidget>
 
@@ -33,6 +34,8 @@ public:
 
     int maxSpeed() const { return m_iMaxSpeed; }
     int maxSamples() const { return m_iMaxSamples; }
+    // How many upload samples are kept: the width at construction unless set.
+    void setMaxSamples(int samples) { m_iMaxSamples = samples; }
     // Newest first.
     const QList<double>& uploadSamples() const { return m_listUp; }
     const QList<double>& downloadSamples() const { return m_listDown; }
@@ -49,14 +52,40 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void drawLeftToRight(QPainter& painter);
-    void drawRightToLeft(QPainter& painter);
+    void changeEvent(QEvent* event) override;
 
 private:
+    // What the fixed layer was drawn for; any difference redraws it.
+    struct LayerKey
+    {
+        QSize size;
+        qreal pixelRatio = 0;
+        int maxSpeed = 0;
+        bool rightToLeft = false;
+        int buttonWidth = 0;
+        QString language;
+        bool operator==(const LayerKey& other) const
+        {
+            return size == other.size && pixelRatio == other.pixelRatio && maxSpeed == other.maxSpeed
+                   && rightToLeft == other.rightToLeft && buttonWidth == other.buttonWidth
+                   && language == other.language;
+        }
+    };
+
+    void layOut(bool rightToLeft);
+    // Background, frame, grid, scale labels, title and legend: everything
+    // but the curves, for either reading direction.
+    void drawFixedLayer(QPainter& painter, bool rightToLeft);
     QString speedTitle();
     double speedY(double speed) const;
-    void drawCurves(QPainter& painter, double startX, int dx, const QPen& upPen, const QPen& downPen);
+    void drawCurves(QPainter& painter, double startX, int dx);
     void fitResetButton();
+    void forgetLayout();
+
+    QPixmap m_fixedLayer;
+    LayerKey m_layerKey;
+    bool m_bLayerValid = false;
+    bool m_bButtonFitted = false;
 
     QPushButton* m_pResetButton = nullptr;
     CNetInfoUIService* m_pService = nullptr;

@@ -242,8 +242,51 @@ private slots:
         const QFontMetrics metrics(graph.graphFont());
         const int legend = std::max(metrics.horizontalAdvance(Change::tr("IDS_TRENDS_UPLOAD_SPEED", "NetInfoUIExPlugin")),
                                     metrics.horizontalAdvance(Change::tr("IDS_TRENDS_DOWNLOAD_SPEED", "NetInfoUIExPlugin")));
-        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 70 + 225 + 70 + button->width()));
+        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 225 + 70 + button->width()));
         QCOMPARE(graph.minimumWidth(), legend + 70 + button->width());
+    }
+
+    // A graph painted before a change looks, after it, like one made anew.
+    void changesReachThePicture_data()
+    {
+        QTest::addColumn<QString>("change");
+        for (const char* change : {"scale", "size", "direction", "language"})
+            QTest::newRow(change) << change;
+    }
+
+    void changesReachThePicture()
+    {
+        QFETCH(QString, change);
+        QVERIFY(setUp() && m_home->installTranslations());
+        QList<double> samples(40, 30.0);
+        const auto fed = [&samples](GraphWidget& graph) {
+            for (double sample : samples)
+                graph.DrawGraph(sample, sample / 2);
+            return graph.grab().toImage();
+        };
+        GraphWidget graph;
+        graph.resize(400, 300);
+        fed(graph);
+        const QList<double> more = change == QLatin1String("scale") ? QList<double>{500.0} : QList<double>();
+        if (change == QLatin1String("size"))
+            graph.resize(330, 260);
+        else if (change == QLatin1String("direction"))
+            QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        else if (change == QLatin1String("language"))
+            QVERIFY(Change::LoadLanguage(QStringLiteral("zh_CN")));
+        samples = more;
+        fed(graph); // the button follows a new text one paint late, as always
+        samples = {};
+        const QImage changed = fed(graph);
+        samples = QList<double>(40, 30.0) + more;
+        GraphWidget fresh;
+        fresh.resize(graph.size());
+        const QImage made = fed(fresh);
+        // The button keeps the height it was made with, so only the graph
+        // above it is compared.
+        const int top = std::min(graph.findChild<QPushButton*>()->y(), fresh.findChild<QPushButton*>()->y());
+        QVERIFY(top > graph.height() / 2);
+        QCOMPARE(made.copy(0, 0, graph.width(), top), changed.copy(0, 0, graph.width(), top));
     }
 };
 
