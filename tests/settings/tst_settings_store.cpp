@@ -1,6 +1,7 @@
 // The usage-limit store: loading the user file over the template, building a
 // fresh user file, the fixed set of keys, the save's layout and its
 // all-or-nothing replacement of the user file.
+#include "AtomicFile.h"
 #include "NetInfoSettingUILogic.h"
 
 #include "CommonUtils.h"
@@ -11,6 +12,7 @@
 #include <csignal>
 #include <memory>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -35,6 +37,12 @@ QByteArray readAll(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+int mode(const QString& path)
+{
+    struct stat info{};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 07777) : -1;
 }
 
 } // namespace
@@ -121,6 +129,10 @@ private slots:
             kTemplate + "startdate=" + today.toLatin1() + "\nstartweekdate=0\nstartmonthdate=0");
         QCOMPARE(m_store->useLimitSettings().value(QStringLiteral("startdate")), today);
         QVERIFY(!QFileInfo::exists(tempFile()));
+        if (user.isNull()) { // made private, folder and file
+            QCOMPARE(mode(QFileInfo(userFile()).path()), 0700);
+            QCOMPARE(mode(userFile()), 0600);
+        }
     }
 
     // Keys in any order, one unknown, one missing (which an update does not
@@ -154,42 +166,60 @@ private slots:
         QCOMPARE(m_store->useLimitSettings().value(QStringLiteral("SizeTimeVolume")), QString::fromUtf8("7\u00e9"));
     }
 
-    // A save that cannot complete leaves the previous file byte for byte and
-    // publishes nothing.
-    void failedSaveKeepsOldFile_data()
+    // A save either replaces the file with a regular private-or-as-before
+    // file and publishes, or leaves the previous file byte for byte and
+    // publishes nothing; a link at the temporary name is never followed.
+    void saveReplacesOrKeeps_data()
     {
         QTest::addColumn<QString>("obstacle");
-        QTest::newRow("temporary path is a directory") << "directory";
-        QTest::newRow("disk full while writing") << "full";
+        QTest::addColumn<bool>("saved");
+        QTest::newRow("temporary path is a directory") << "directory" << false;
+        QTest::newRow("disk full while writing") << "full" << false;
+        QTest::newRow("read-only folder") << "read-only" << false;
+        QTest::newRow("link at the temporary path") << "link" << true;
+        QTest::newRow("nothing in the way") << "" << true;
     }
 
-    void failedSaveKeepsOldFile()
+    void saveReplacesOrKeeps()
     {
         QFETCH(QString, obstacle);
+        QFETCH(bool, saved);
         const QByteArray old = "[uselimit]\nSizeVolume=500\nstartweekdate=2\n";
         QVERIFY(prepare(old, QByteArray()));
         m_store->GetUseLimitSetting();
         m_store->updateUseLimitSetting(QStringLiteral("SizeVolume"), QStringLiteral("9"));
+        QFile victim(m_home->homePath() + QStringLiteral("/victim"));
+        QVERIFY(victim.open(QIODevice::WriteOnly) && victim.write("precious") == 8);
+        victim.close();
+        QVERIFY(::chmod(QFile::encodeName(userFile()).constData(), 0640) == 0); // the user's choice
 
-        rlimit saved {};
-        QVERIFY(getrlimit(RLIMIT_FSIZE, &saved) == 0);
+        rlimit limit{};
+        QVERIFY(getrlimit(RLIMIT_FSIZE, &limit) == 0);
+        const rlimit normal = limit;
         auto* previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-        if (obstacle == QLatin1String("directory")) {
+        if (obstacle == QLatin1String("directory"))
             QVERIFY(QDir().mkpath(tempFile() + QStringLiteral("/child")));
-        } else {
-            // Writes past 16 bytes fail as they would on a full disk.
-            rlimit tiny = saved;
-            tiny.rlim_cur = 16;
-            QVERIFY(setrlimit(RLIMIT_FSIZE, &tiny) == 0);
+        if (obstacle == QLatin1String("full")) {
+            limit.rlim_cur = 16; // writes past 16 bytes fail as on a full disk
+            QVERIFY(setrlimit(RLIMIT_FSIZE, &limit) == 0);
         }
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("settings not saved")));
-        m_store->saveUseLimitSetting();
-        setrlimit(RLIMIT_FSIZE, &saved);
+        if (obstacle == QLatin1String("read-only"))
+            AtomicFile::failNextForTesting(AtomicFile::Step::Create, EROFS);
+        if (obstacle == QLatin1String("link"))
+            QVERIFY(QFile::link(victim.fileName(), tempFile()));
+        if (!saved)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("settings not saved")));
+        QCOMPARE(m_store->saveUseLimitSetting(), saved);
+        setrlimit(RLIMIT_FSIZE, &normal);
         std::signal(SIGXFSZ, previousHandler);
 
-        QCOMPARE(readAll(userFile()), old);
+        QCOMPARE(readAll(victim.fileName()), QByteArray("precious"));
         QVERIFY(!QFileInfo(tempFile()).isFile());
-        QVERIFY(!published("startweekdate").isValid());
+        const QFileInfo user(userFile());
+        QVERIFY(user.isFile() && !user.isSymLink());
+        QCOMPARE(readAll(userFile()).contains("SizeVolume=9\n"), saved);
+        QCOMPARE(published("startweekdate").toString(), saved ? QStringLiteral("2") : QString());
+        QCOMPARE(mode(userFile()), 0640);
     }
 };
 
