@@ -258,35 +258,31 @@ private slots:
     {
         QFETCH(QString, change);
         QVERIFY(setUp() && m_home->installTranslations());
-        QList<double> samples(40, 30.0);
-        const auto fed = [&samples](GraphWidget& graph) {
-            for (double sample : samples)
-                graph.DrawGraph(sample, sample / 2);
-            return graph.grab().toImage();
+        const auto feed = [&change](GraphWidget& graph, bool before) {
+            for (int i = 0; i < (before ? 40 : 0); ++i)
+                graph.DrawGraph(30, 15);
+            if (!before && change == QLatin1String("scale"))
+                graph.DrawGraph(500, 0);
         };
         GraphWidget graph;
         graph.resize(400, 300);
-        fed(graph);
-        const QList<double> more = change == QLatin1String("scale") ? QList<double>{500.0} : QList<double>();
+        feed(graph, true);
+        graph.grab();
+        feed(graph, false);
         if (change == QLatin1String("size"))
             graph.resize(330, 260);
-        else if (change == QLatin1String("direction"))
-            QGuiApplication::setLayoutDirection(Qt::RightToLeft);
-        else if (change == QLatin1String("language"))
-            QVERIFY(Change::LoadLanguage(QStringLiteral("zh_CN")));
-        samples = more;
-        fed(graph); // the button follows a new text one paint late, as always
-        samples = {};
-        const QImage changed = fed(graph);
-        samples = QList<double>(40, 30.0) + more;
+        QGuiApplication::setLayoutDirection(change == QLatin1String("direction") ? Qt::RightToLeft : Qt::LeftToRight);
+        QVERIFY(change != QLatin1String("language") || Change::LoadLanguage(QStringLiteral("zh_CN")));
+        graph.grab(); // the button follows a new text one paint late, as always
         GraphWidget fresh;
         fresh.resize(graph.size());
-        const QImage made = fed(fresh);
-        // The button keeps the height it was made with, so only the graph
-        // above it is compared.
+        feed(fresh, true);
+        feed(fresh, false);
+        const QImage made = fresh.grab().toImage();
+        // The button keeps the height it was made with: the graph above it.
         const int top = std::min(graph.findChild<QPushButton*>()->y(), fresh.findChild<QPushButton*>()->y());
         QVERIFY(top > graph.height() / 2);
-        QCOMPARE(made.copy(0, 0, graph.width(), top), changed.copy(0, 0, graph.width(), top));
+        QCOMPARE(made.copy(0, 0, graph.width(), top), graph.grab().toImage().copy(0, 0, graph.width(), top));
     }
 };
 
