@@ -20,6 +20,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 namespace {
 const char kSource[] = "NetInfoUIExPlugin/NetInfoGraphWidget";
@@ -123,6 +125,7 @@ void GraphWidget::DrawGraph(double up, double down)
     }
     m_listUp.prepend(up);
     m_listDown.prepend(down);
+    ++m_iNewSamples;
     update();
 }
 
@@ -138,12 +141,14 @@ void GraphWidget::paintEvent(QPaintEvent*)
     if (!m_bLayerValid || !(key == m_layerKey)) {
         if (key.language != m_layerKey.language)
             m_bButtonFitted = false;
-        m_fixedLayer = QPixmap(size() * key.pixelRatio);
-        m_fixedLayer.setDevicePixelRatio(key.pixelRatio);
         // Opaque when the background is, so that showing it is a plain copy;
         // a translucent one still lets what lies beneath shine through.
         const QColor background = NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor);
-        m_fixedLayer.fill(background.alpha() == 255 ? background : QColor(Qt::transparent));
+        const bool opaque = background.alpha() == 255;
+        m_fixedLayer = QImage(size() * key.pixelRatio, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+        m_fixedLayer.setDevicePixelRatio(key.pixelRatio);
+        m_fixedLayer.fill(opaque ? background : QColor(Qt::transparent));
+        m_iDrawnSegments = -1;
         QPainter layer(&m_fixedLayer);
         layer.setFont(font());
         drawFixedLayer(layer, rightToLeft);
@@ -152,9 +157,15 @@ void GraphWidget::paintEvent(QPaintEvent*)
     }
 
     // Clipped to the event's rectangle, as a direct fill of it would be.
+    const double startX = rightToLeft ? m_dLeft - 50 : m_dPlotWidth + 70;
+    const int dx = rightToLeft ? 1 : -1;
     QPainter painter(this);
-    painter.drawPixmap(0, 0, m_fixedLayer);
-    drawCurves(painter, rightToLeft ? m_dLeft - 50 : m_dPlotWidth + 70, rightToLeft ? 1 : -1);
+    if (updateCurveLayer(startX, dx)) {
+        painter.drawImage(0, 0, m_frame);
+    } else {
+        painter.drawImage(0, 0, m_fixedLayer);
+        drawCurves(painter, startX, dx);
+    }
 
     emit SizeChange(width(), height());
     if (m_pResetButton && !m_bButtonFitted)
@@ -233,29 +244,166 @@ double GraphWidget::speedY(double speed) const
     return (m_dPlotHeight + 20) - m_dPlotHeight * speed / m_iMaxSpeed;
 }
 
-// Both curves from the newest sample at startX, one pixel a sample in the
-// direction dx; the walk follows the upload list's length only.
-void GraphWidget::drawCurves(QPainter& painter, double startX, int dx)
+int GraphWidget::segmentCount() const
 {
     if (m_listUp.size() <= 1 || m_dPlotWidth < 0)
-        return;
-    // Segments rather than one polyline: the joins land on the same pixels
-    // as they always did.
-    const qsizetype segments = std::min<qsizetype>(m_listUp.size() - 1, qsizetype(m_dPlotWidth) + 1);
-    QVarLengthArray<QLineF, 1024> lines(segments);
-    const auto plot = [&](const QList<double>& samples, const QColor& colour) {
-        double x = startX;
-        double y = speedY(samples.value(0));
-        for (qsizetype i = 0; i < segments; ++i, x += dx) {
-            const double next = speedY(samples.value(i + 1));
-            lines[i] = QLineF(x, y, x + dx, next);
-            y = next;
+        return 0;
+    // The walk follows the upload list's length only.
+    return int(std::min<qsizetype>(m_listUp.size() - 1, qsizetype(m_dPlotWidth) + 1));
+}
+
+// Segments from..to-1 of a curve whose newest sample stands at startX, one
+// pixel a sample in the direction dx. Segments rather than one polyline:
+// the joins land on the same pixels as they always did.
+QVarLengthArray<QLineF, 1024> GraphWidget::segments(const QList<double>& samples, int from, int to,
+                                                    double startX, int dx) const
+{
+    QVarLengthArray<QLineF, 1024> lines;
+    lines.reserve(std::max(0, to - from));
+    double x = startX + double(dx) * from;
+    double y = speedY(samples.value(from));
+    for (int i = from; i < to; ++i, x += dx) {
+        const double next = speedY(samples.value(i + 1));
+        lines.append(QLineF(x, y, x + dx, next));
+        y = next;
+    }
+    return lines;
+}
+
+void GraphWidget::drawCurves(QPainter& painter, double startX, int dx)
+{
+    const int count = segmentCount();
+    const auto up = segments(m_listUp, 0, count, startX, dx);
+    const auto down = segments(m_listDown, 0, count, startX, dx);
+    painter.setPen(QPen(m_colorUp, 1));
+    painter.drawLines(up.constData(), int(up.size()));
+    painter.setPen(QPen(m_colorDown, 1));
+    painter.drawLines(down.constData(), int(down.size()));
+}
+
+// Brings m_frame up to date. Between two paints the curves only move by the
+// samples added, so the coverage masks are shifted and just the segments at
+// both ends drawn again; the frame is then rebuilt only in the rows that
+// either curve covers, then or now. A segment's pixels lie in the columns of
+// its two samples, and drawing is the same wherever a whole pixel shift puts
+// it: the picture is exactly that of drawing every segment anew. False where
+// this does not apply (scaled or translucent painting): the caller then
+// draws the curves directly.
+bool GraphWidget::updateCurveLayer(double startX, int dx)
+{
+    if (m_fixedLayer.devicePixelRatio() != 1 || m_fixedLayer.format() != QImage::Format_RGB32
+        || !m_colorUp.isValid() || !m_colorDown.isValid())
+        return false;
+    const int added = std::exchange(m_iNewSamples, 0);
+    if (m_iDrawnSegments >= 0 && added == 0)
+        return true;
+    const int width = m_fixedLayer.width();
+    const int height = m_fixedLayer.height();
+    const int count = segmentCount();
+    const int head = qRound(startX);
+    const bool shift = m_iDrawnSegments > 0 && added <= 16 && count > 2 * added + 12;
+
+    // Columns on the head side of position p (samples from the head) or
+    // on the tail side.
+    const auto column = [&](int p) { return std::clamp(head + dx * p, -1, width); };
+    for (QImage* mask : {&m_upMask, &m_downMask}) {
+        const QList<double>& samples = mask == &m_upMask ? m_listUp : m_listDown;
+        QVarLengthArray<QLineF, 1024> lines;
+        if (!shift) {
+            *mask = QImage(width, height, QImage::Format_Alpha8);
+            mask->fill(0);
+            lines = segments(samples, 0, count, startX, dx);
+        } else {
+            const int headEnd = column(added + 3);
+            const int tailEnd = column(count - 3);
+            uchar* row = mask->bits();
+            for (int y = 0; y < height; ++y, row += mask->bytesPerLine()) {
+                if (dx < 0) {
+                    std::memmove(row, row + added, size_t(width - added));
+                    std::memset(row + std::max(0, headEnd), 0, size_t(width - std::max(0, headEnd)));
+                    std::memset(row, 0, size_t(std::max(0, tailEnd + 1)));
+                } else {
+                    std::memmove(row + added, row, size_t(width - added));
+                    std::memset(row, 0, size_t(std::min(width, headEnd + 1)));
+                    std::memset(row + std::min(width, tailEnd), 0, size_t(width - std::min(width, tailEnd)));
+                }
+            }
+            lines = segments(samples, 0, added + 5, startX, dx);
+            const auto tail = segments(samples, count - 5, count, startX, dx);
+            lines.append(tail.constData(), tail.size());
         }
-        painter.setPen(QPen(colour, 1));
-        painter.drawLines(lines.constData(), int(segments));
+        QPainter painter(mask);
+        painter.setPen(QPen(Qt::black, 1));
+        painter.drawLines(lines.constData(), int(lines.size()));
+    }
+
+    // Rows that each curve may cover now, per column.
+    const auto covered = [&](const QList<double>& samples) {
+        QVector<Rows> rows(width);
+        if (count == 0)
+            return rows;
+        Rows* row = rows.data();
+        const double* sample = samples.constData(); // at least count + 1 long
+        double y0 = speedY(sample[0]);
+        for (int i = 0; i < count; ++i) {
+            const double y1 = speedY(sample[i + 1]);
+            const int lo = int(std::floor(std::clamp(std::min(y0, y1), -2.0, double(height)))) - 1;
+            const int hi = int(std::ceil(std::clamp(std::max(y0, y1), -2.0, double(height)))) + 1;
+            const int x = head + dx * i;
+            const int last = std::min(width - 1, std::max(x, x + dx));
+            for (int c = std::max(0, std::min(x, x + dx)); c <= last; ++c) {
+                if (row[c].lo > row[c].hi) {
+                    row[c] = {lo, hi};
+                } else {
+                    row[c].lo = std::min(row[c].lo, lo);
+                    row[c].hi = std::max(row[c].hi, hi);
+                }
+            }
+            y0 = y1;
+        }
+        return rows;
     };
-    plot(m_listUp, m_colorUp);
-    plot(m_listDown, m_colorDown);
+    const QVector<Rows> upRows = covered(m_listUp);
+    const QVector<Rows> downRows = covered(m_listDown);
+    if (!shift || m_upRows.size() != width) {
+        m_frame = m_fixedLayer.copy();
+        m_upRows = QVector<Rows>(width);
+        m_downRows = QVector<Rows>(width);
+    }
+
+    // Down over up over the fixed layer, as drawing them in turn would give.
+    const QRgb upColour = m_colorUp.rgb();
+    const QRgb downColour = m_colorDown.rgb();
+    uchar* const frame = m_frame.bits();
+    const uchar* const fixed = m_fixedLayer.constBits();
+    const qsizetype frameLine = m_frame.bytesPerLine();
+    const uchar* const up = m_upMask.constBits();
+    const uchar* const down = m_downMask.constBits();
+    const qsizetype maskLine = m_upMask.bytesPerLine();
+    const auto compose = [&](int c, Rows now, Rows before) {
+        if (now.lo > now.hi)
+            now = before;
+        else if (before.lo <= before.hi)
+            now = {std::min(now.lo, before.lo), std::max(now.hi, before.hi)};
+        const int lo = std::max(0, now.lo);
+        const int hi = std::min(height - 1, now.hi);
+        const uchar* u = up + lo * maskLine + c;
+        const uchar* d = down + lo * maskLine + c;
+        const uchar* f = fixed + lo * frameLine + c * 4;
+        uchar* out = frame + lo * frameLine + c * 4;
+        for (int y = lo; y <= hi; ++y, u += maskLine, d += maskLine, f += frameLine, out += frameLine)
+            *reinterpret_cast<QRgb*>(out) = *d ? downColour : *u ? upColour : *reinterpret_cast<const QRgb*>(f);
+    };
+    const Rows* upNow = upRows.constData();
+    const Rows* downNow = downRows.constData();
+    for (int c = 0; c < width; ++c) {
+        compose(c, upNow[c], m_upRows[c]);
+        compose(c, downNow[c], m_downRows[c]);
+    }
+    m_upRows = upRows;
+    m_downRows = downRows;
+    m_iDrawnSegments = count;
+    return true;
 }
 
 void GraphWidget::drawFixedLayer(QPainter& painter, bool rightToLeft)

@@ -7,9 +7,11 @@
 
 #include <QColor>
 #include <QFont>
+#include <QImage>
 #include <QList>
-#include <QPixmap>
 #include <QVector>
+#include <QLineF>
+#include <QVarLengthArray>
 #include <QWidget>
 
 class CNetInfoUIService;
@@ -78,14 +80,34 @@ private:
     void drawFixedLayer(QPainter& painter, bool rightToLeft);
     QString speedTitle();
     double speedY(double speed) const;
+    int segmentCount() const;
+    QVarLengthArray<QLineF, 1024> segments(const QList<double>& samples, int from, int to, double startX,
+                                           int dx) const;
     void drawCurves(QPainter& painter, double startX, int dx);
+    bool updateCurveLayer(double startX, int dx);
     void fitResetButton();
     void forgetLayout();
 
-    QPixmap m_fixedLayer;
+    // Row span per column that a curve may cover.
+    struct Rows
+    {
+        int lo = 0;
+        int hi = -1;
+    };
+
+    QImage m_fixedLayer;
     LayerKey m_layerKey;
     bool m_bLayerValid = false;
     bool m_bButtonFitted = false;
+    // The picture as last painted: the fixed layer with both curves, kept
+    // up to date column by column from coverage masks of the two curves.
+    QImage m_frame;
+    QImage m_upMask;
+    QImage m_downMask;
+    QVector<Rows> m_upRows;
+    QVector<Rows> m_downRows;
+    int m_iDrawnSegments = -1; // in the masks; -1: masks to be redrawn
+    int m_iNewSamples = 0;     // since the masks were drawn
 
     QPushButton* m_pResetButton = nullptr;
     CNetInfoUIService* m_pService = nullptr;

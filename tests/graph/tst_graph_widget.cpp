@@ -168,6 +168,7 @@ private slots:
         QVERIFY(setUp());
         GraphWidget graph;
         QCOMPARE(graph.maxSamples(), graph.width()); // the width it was made with
+        QVERIFY(!graph.grab().isNull()); // painted before any sample
         const int updates = graph.maxSamples() + extra;
         for (int i = 1; i <= updates; ++i)
             graph.DrawGraph(i, -i);
@@ -246,11 +247,13 @@ private slots:
         QCOMPARE(graph.minimumWidth(), legend + 70 + button->width());
     }
 
-    // A graph painted before a change looks, after it, like one made anew.
+    // A graph painted before a change looks, after it, like one made anew;
+    // "ticks" paints after every sample, past the sample limit, with
+    // curves that cross, fall below the plot and rise to the top.
     void changesReachThePicture_data()
     {
         QTest::addColumn<QString>("change");
-        for (const char* change : {"scale", "size", "direction", "language"})
+        for (const char* change : {"scale", "size", "direction", "language", "ticks", "ticks right to left"})
             QTest::newRow(change) << change;
     }
 
@@ -258,26 +261,34 @@ private slots:
     {
         QFETCH(QString, change);
         QVERIFY(setUp() && m_home->installTranslations());
-        const auto feed = [&change](GraphWidget& graph, bool before) {
+        QGuiApplication::setLayoutDirection(change.endsWith(QLatin1String("left")) ? Qt::RightToLeft : Qt::LeftToRight);
+        const auto feed = [&change](GraphWidget& graph, bool before, bool paint) {
+            graph.setMaxSamples(90);
             for (int i = 0; i < (before ? 40 : 0); ++i)
                 graph.DrawGraph(30, 15);
             if (!before && change == QLatin1String("scale"))
                 graph.DrawGraph(500, 0);
+            for (int i = 0; !before && change.startsWith(QLatin1String("ticks")) && i < 120; ++i) {
+                graph.DrawGraph(30 + 29 * std::sin(i / 3.0), i % 40 == 0 ? -20.0 : 30 + 30 * std::cos(i / 5.0));
+                if (paint)
+                    graph.grab();
+            }
         };
         GraphWidget graph;
         graph.resize(400, 300);
-        feed(graph, true);
+        feed(graph, true, true);
         graph.grab();
-        feed(graph, false);
+        feed(graph, false, true);
         if (change == QLatin1String("size"))
             graph.resize(330, 260);
-        QGuiApplication::setLayoutDirection(change == QLatin1String("direction") ? Qt::RightToLeft : Qt::LeftToRight);
+        if (change == QLatin1String("direction"))
+            QGuiApplication::setLayoutDirection(Qt::RightToLeft);
         QVERIFY(change != QLatin1String("language") || Change::LoadLanguage(QStringLiteral("zh_CN")));
         graph.grab(); // the button follows a new text one paint late, as always
         GraphWidget fresh;
         fresh.resize(graph.size());
-        feed(fresh, true);
-        feed(fresh, false);
+        feed(fresh, true, false);
+        feed(fresh, false, false);
         const QImage made = fresh.grab().toImage();
         // The button keeps the height it was made with: the graph above it.
         const int top = std::min(graph.findChild<QPushButton*>()->y(), fresh.findChild<QPushButton*>()->y());
