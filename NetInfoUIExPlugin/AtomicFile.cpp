@@ -6,20 +6,33 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-bool report(QString* error, const char* step, const QString& path, int code)
+struct InjectedFailure
 {
-    if (error)
-        *error = QStringLiteral("%1 %2: %3")
-                     .arg(QLatin1String(step), path, QString::fromLocal8Bit(std::strerror(code)));
-    return false;
+    AtomicFile::Step step;
+    int error;
+};
+std::optional<InjectedFailure> g_injected;
+
+// True (with errno set) when a test asked this step to fail.
+bool injected(AtomicFile::Step step)
+{
+    if (!g_injected || g_injected->step != step)
+        return false;
+    errno = g_injected->error;
+    g_injected.reset();
+    return true;
 }
 
 bool writeAll(int fd, const QByteArray& content)
 {
+    if (injected(AtomicFile::Step::Write))
+        return false;
     const char* data = content.constData();
     qsizetype left = content.size();
     while (left > 0) {
@@ -41,7 +54,7 @@ bool writeAll(int fd, const QByteArray& content)
 void syncDirectory(const QString& filePath)
 {
     const int fd = ::open(QFile::encodeName(QFileInfo(filePath).absolutePath()).constData(),
-        O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return;
     ::fsync(fd);
@@ -50,32 +63,105 @@ void syncDirectory(const QString& filePath)
 
 } // namespace
 
-bool AtomicFile::replace(
-    const QString& tempPath, const QString& targetPath, const QByteArray& content, QString* error)
+AtomicFile::AtomicFile(const QString& tempPath, const QString& targetPath)
+    : m_tempPath(tempPath)
+    , m_targetPath(targetPath)
 {
-    const QByteArray temp = QFile::encodeName(tempPath);
-    const int fd = ::open(temp.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+}
+
+AtomicFile::~AtomicFile()
+{
+    discard();
+}
+
+void AtomicFile::failNextForTesting(Step step, int error)
+{
+    g_injected = InjectedFailure{step, error};
+}
+
+bool AtomicFile::fail(const char* step, const QString& path, int code)
+{
+    m_error = QStringLiteral("%1 %2: %3").arg(QLatin1String(step), path, QString::fromLocal8Bit(std::strerror(code)));
+    return false;
+}
+
+void AtomicFile::discard()
+{
+    if (m_bWritten)
+        ::unlink(QFile::encodeName(m_tempPath).constData());
+    m_bWritten = false;
+}
+
+bool AtomicFile::write(const QByteArray& content)
+{
+    discard();
+    const QByteArray temp = QFile::encodeName(m_tempPath);
+    // Whatever lies at the temporary name is a leftover or a plant; unlink
+    // removes a link itself, never its target.
+    if (::unlink(temp.constData()) != 0 && errno != ENOENT && errno != EISDIR)
+        return fail("cannot remove", m_tempPath, errno);
+
+    // The user may have narrowed the file's permissions; a new file is
+    // private from the start.
+    struct stat target{};
+    const bool hadTarget = ::lstat(QFile::encodeName(m_targetPath).constData(), &target) == 0 && S_ISREG(target.st_mode);
+    const mode_t mode = hadTarget ? (target.st_mode & 07777) : 0600;
+
+    const int fd = injected(Step::Create)
+                       ? -1
+                       : ::open(temp.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (fd < 0)
-        return report(error, "cannot create", tempPath, errno);
+        return fail("cannot create", m_tempPath, errno);
+    m_bWritten = true;
 
     // Without the fsync a power cut after the rename could leave the new
     // name pointing at blocks that never reached the disk.
-    if (!writeAll(fd, content) || ::fsync(fd) != 0) {
+    struct stat created{};
+    if (::fchmod(fd, mode) != 0 || !writeAll(fd, content) || ::fsync(fd) != 0 || ::fstat(fd, &created) != 0) {
         const int code = errno;
         ::close(fd);
-        ::unlink(temp.constData());
-        return report(error, "cannot write", tempPath, code);
+        discard();
+        return fail("cannot write", m_tempPath, code);
     }
     if (::close(fd) != 0) {
         const int code = errno;
-        ::unlink(temp.constData());
-        return report(error, "cannot write", tempPath, code);
+        discard();
+        return fail("cannot write", m_tempPath, code);
     }
-    if (::rename(temp.constData(), QFile::encodeName(targetPath).constData()) != 0) {
-        const int code = errno;
-        ::unlink(temp.constData());
-        return report(error, "cannot replace", targetPath, code);
-    }
-    syncDirectory(targetPath);
+    m_device = created.st_dev;
+    m_inode = created.st_ino;
     return true;
+}
+
+bool AtomicFile::commit()
+{
+    if (!m_bWritten)
+        return fail("nothing written for", m_targetPath, EINVAL);
+    const QByteArray temp = QFile::encodeName(m_tempPath);
+    // Only the file written above may take the target's name, not whatever
+    // was swapped in at the temporary name since.
+    struct stat current{};
+    if (::lstat(temp.constData(), &current) != 0 || !S_ISREG(current.st_mode) || current.st_dev != m_device
+        || current.st_ino != m_inode) {
+        m_bWritten = false; // not ours any more: left alone
+        return fail("replaced behind our back:", m_tempPath, EEXIST);
+    }
+    if (injected(Step::Rename) || ::rename(temp.constData(), QFile::encodeName(m_targetPath).constData()) != 0) {
+        const int code = errno;
+        discard();
+        return fail("cannot replace", m_targetPath, code);
+    }
+    m_bWritten = false;
+    syncDirectory(m_targetPath);
+    return true;
+}
+
+bool AtomicFile::replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
+                         QString* error)
+{
+    AtomicFile file(tempPath, targetPath);
+    const bool done = file.write(content) && file.commit();
+    if (!done && error)
+        *error = file.errorString();
+    return done;
 }

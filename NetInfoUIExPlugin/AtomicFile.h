@@ -1,17 +1,50 @@
 // Whole-file replacement that survives a crash or power cut at any moment:
 // readers see either the old content or the new, never none and never a mix.
+// The temporary file is always one this process created itself, so a link
+// planted at its name is neither followed nor renamed over the target.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
 
-namespace AtomicFile {
+#include <sys/types.h>
 
-// Writes content to tempPath (which must lie in targetPath's directory),
-// flushes it to the disk and renames it over targetPath. On failure the
-// target is left exactly as it was, the temporary file is removed, false is
-// returned and *error (when given) says which step failed and why.
-bool replace(
-    const QString& tempPath, const QString& targetPath, const QByteArray& content, QString* error = nullptr);
+class AtomicFile
+{
+public:
+    // tempPath must lie in targetPath's directory.
+    AtomicFile(const QString& tempPath, const QString& targetPath);
+    // Removes a temporary file that was written but never committed.
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
 
-} // namespace AtomicFile
+    // Writes content to a freshly created temporary file with the target's
+    // permissions (0600 when there is no target yet) and flushes it to the
+    // disk. The target is not touched.
+    bool write(const QByteArray& content);
+    // Renames the written temporary file over the target.
+    bool commit();
+    // Which step failed and why, after a false result.
+    QString errorString() const { return m_error; }
+
+    // write() and commit() in one; *error (when given) as errorString().
+    static bool replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
+                        QString* error = nullptr);
+
+    // Makes the next step of that kind fail with the given errno, as a
+    // read-only or failing file system would.
+    enum class Step { Create, Write, Rename };
+    static void failNextForTesting(Step step, int error);
+
+private:
+    bool fail(const char* step, const QString& path, int code);
+    void discard();
+
+    QString m_tempPath;
+    QString m_targetPath;
+    QString m_error;
+    bool m_bWritten = false;
+    dev_t m_device = 0;
+    ino_t m_inode = 0;
+};

@@ -35,7 +35,12 @@ QString NetInfoGraphConfigParse::profilePath()
 QColor NetInfoGraphConfigParse::colour(const QString& text)
 {
     // The profile's alpha was never honoured; the remaining #RRGGBB decides.
-    return QColor::fromString(QString(text).remove(1, 2));
+    const QString rest = QString(text).remove(1, 2);
+    // Qt 6 would take eight digits as #AARRGGBB; the profile's reader only
+    // ever knew 3, 6, 9 or 12 digits, so "#FF80FF0000" stays no colour.
+    if (rest.startsWith(QLatin1Char('#')) && (rest.size() - 1) % 3 != 0)
+        return QColor();
+    return QColor::fromString(rest);
 }
 
 int NetInfoGraphConfigParse::GetSettingsFromXML(QVector<NetInfoColourConfig>& colours,
@@ -85,14 +90,10 @@ int NetInfoGraphConfigParse::readGroupInfo(QXmlStreamReader& reader, QVector<Net
 {
     NETINFO_TRACE("%s : %s: %s: Entered", NetInfoLog::now().constData(), kSource, "readGroupInfo");
     int result = 0;
-    // Every Color and Font after the root counts, however deeply nested.
-    while (!reader.atEnd() || reader.hasError()) {
-        if (reader.hasError()) {
-            NETINFO_WARN("GroupInfo Read Error %s : %s: %s:", NetInfoLog::now().constData(), kSource,
-                         "readGroupInfo");
-            result = 6;
-            break;
-        }
+    // Every Color and Font after the root counts, however deeply nested. The
+    // end is tested first: a reader that already stopped on an error when
+    // handed over ends the walk quietly with 0.
+    while (!reader.atEnd()) {
         if (reader.isStartElement()) {
             const QXmlStreamAttributes attributes = reader.attributes();
             const auto attribute = [&attributes](const char* name) {
@@ -104,6 +105,12 @@ int NetInfoGraphConfigParse::readGroupInfo(QXmlStreamReader& reader, QVector<Net
                 fonts.append({attribute("id"), attribute("family"), attribute("style"), attribute("size")});
         }
         reader.readNext();
+        if (reader.hasError()) {
+            NETINFO_WARN("GroupInfo Read Error %s : %s: %s:", NetInfoLog::now().constData(), kSource,
+                         "readGroupInfo");
+            result = 6;
+            break;
+        }
     }
     NETINFO_TRACE("%s : %s: %s: Exit", NetInfoLog::now().constData(), kSource, "readGroupInfo");
     return result;

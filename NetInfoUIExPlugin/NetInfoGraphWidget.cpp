@@ -13,13 +13,15 @@
 
 #include <QFontMetrics>
 #include <QGuiApplication>
-#include <QLineF>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 namespace {
 const char kSource[] = "NetInfoUIExPlugin/NetInfoGraphWidget";
@@ -52,6 +54,7 @@ QString GraphWidget::tr(QString id)
 
 void GraphWidget::init()
 {
+    forgetLayout();
     m_pGraphConfig = NetInfoGraphConfigParse::GetInstance();
     if (m_pGraphConfig && m_pGraphConfig->GetSettingsFromXML(m_vecColour, m_vecFont) != 0)
         NETINFO_TRACE("%s: %s: %s: Get Config data failed", NetInfoLog::now().constData(), kSource, "init");
@@ -77,6 +80,11 @@ void GraphWidget::init()
     }
 
     connect(this, &GraphWidget::SizeChange, this, &GraphWidget::onSizeChange);
+
+    // Every pixel is painted over an opaque background: Qt need not clear
+    // the area first.
+    setAttribute(Qt::WA_OpaquePaintEvent,
+                 NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor).alpha() == 255);
 
     m_colorGrid = NetInfoGraphConfigParse::colour(m_vecColour.value(4).strColor);
     m_colorUp = NetInfoGraphConfigParse::colour(m_vecColour.value(2).strColor);
@@ -117,17 +125,79 @@ void GraphWidget::DrawGraph(double up, double down)
     }
     m_listUp.prepend(up);
     m_listDown.prepend(down);
+    ++m_iNewSamples;
     update();
 }
 
-void GraphWidget::paintEvent(QPaintEvent* event)
+void GraphWidget::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    painter.fillRect(event->rect(), NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor));
+    const bool rightToLeft = QGuiApplication::layoutDirection() != Qt::LeftToRight;
+    layOut(rightToLeft);
 
-    // Laid out over the whole widget, which is the event's rectangle on a
-    // full repaint; a partial one (beneath the reset button) is clipped to
-    // its region instead of squeezing the plot into it.
+    // Axes, labels, title and legend change only with the size, the scale,
+    // the direction, the language or the font; drawn once, copied per tick.
+    const LayerKey key{size(), devicePixelRatioF(), m_iMaxSpeed, rightToLeft,
+                       m_pResetButton && m_bResetAll ? m_pResetButton->width() : 0, Change::CurrentLanguage()};
+    if (!m_bLayerValid || !(key == m_layerKey)) {
+        if (key.language != m_layerKey.language)
+            m_bButtonFitted = false;
+        // Opaque when the background is, so that showing it is a plain copy;
+        // a translucent one still lets what lies beneath shine through.
+        const QColor background = NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor);
+        const bool opaque = background.alpha() == 255;
+        m_fixedLayer = QImage(size() * key.pixelRatio, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+        m_fixedLayer.setDevicePixelRatio(key.pixelRatio);
+        m_fixedLayer.fill(opaque ? background : QColor(Qt::transparent));
+        m_iDrawnSegments = -1;
+        QPainter layer(&m_fixedLayer);
+        layer.setFont(font());
+        drawFixedLayer(layer, rightToLeft);
+        m_layerKey = key;
+        m_bLayerValid = true;
+    }
+
+    // Clipped to the event's rectangle, as a direct fill of it would be.
+    const double startX = rightToLeft ? m_dLeft - 50 : m_dPlotWidth + 70;
+    const int dx = rightToLeft ? 1 : -1;
+    QPainter painter(this);
+    if (updateCurveLayer(startX, dx)) {
+        painter.drawImage(0, 0, m_frame);
+    } else {
+        painter.drawImage(0, 0, m_fixedLayer);
+        drawCurves(painter, startX, dx);
+    }
+
+    emit SizeChange(width(), height());
+    if (m_pResetButton && !m_bButtonFitted)
+        fitResetButton();
+}
+
+void GraphWidget::changeEvent(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::LanguageChange:
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        forgetLayout();
+        update();
+        break;
+    default:
+        break;
+    }
+    QWidget::changeEvent(event);
+}
+
+void GraphWidget::forgetLayout()
+{
+    m_bLayerValid = false;
+    m_bButtonFitted = false;
+}
+
+// Laid out over the whole widget, not the event's rectangle: a partial
+// repaint (beneath the reset button) is clipped to its region instead of
+// squeezing the plot into it.
+void GraphWidget::layOut(bool rightToLeft)
+{
     const QRect area = rect();
     m_dLeft = area.left() + 60;
     m_dTop = area.top() + 20;
@@ -135,21 +205,20 @@ void GraphWidget::paintEvent(QPaintEvent* event)
     m_dCursorY = m_dTop;
     m_dPlotHeight = (area.bottom() - area.top()) - 49;
     m_dStep = m_dPlotHeight / 12;
-
-    if (QGuiApplication::layoutDirection() == Qt::LeftToRight)
-        drawLeftToRight(painter);
-    else
-        drawRightToLeft(painter);
-
-    emit SizeChange(width(), height());
-    if (m_pResetButton)
-        fitResetButton();
+    // The two directions narrow the plot differently; both are kept.
+    if (rightToLeft) {
+        m_dPlotWidth -= 20;
+    } else {
+        m_dLeft += 10;
+        m_dPlotWidth -= 10;
+    }
 }
 
 void GraphWidget::fitResetButton()
 {
     const QString text = tr(QStringLiteral("IDS_RESET_ALLDATA"));
     const int textWidth = std::max(0, QFontMetrics(m_pResetButton->font()).boundingRect(text).width());
+    m_bButtonFitted = true;
     if (textWidth == 0) {
         m_pResetButton->setFixedWidth(0);
         return;
@@ -175,62 +244,210 @@ double GraphWidget::speedY(double speed) const
     return (m_dPlotHeight + 20) - m_dPlotHeight * speed / m_iMaxSpeed;
 }
 
-// Both curves from the newest sample at startX, one pixel a sample in the
-// direction dx; the walk follows the upload list's length only.
-void GraphWidget::drawCurves(QPainter& painter, double startX, int dx, const QPen& upPen, const QPen& downPen)
+int GraphWidget::segmentCount() const
 {
     if (m_listUp.size() <= 1 || m_dPlotWidth < 0)
-        return;
-    QVector<QLineF> upLines;
-    QVector<QLineF> downLines;
-    double x = startX;
-    for (int step = 0; step + 1 < m_listUp.size() && step <= m_dPlotWidth; ++step, x += dx) {
-        upLines.append(QLineF(x, speedY(m_listUp[step]), x + dx, speedY(m_listUp[step + 1])));
-        downLines.append(QLineF(x, speedY(m_listDown.value(step)), x + dx, speedY(m_listDown.value(step + 1))));
-    }
-    painter.setPen(upPen);
-    painter.drawLines(upLines);
-    painter.setPen(downPen);
-    painter.drawLines(downLines);
+        return 0;
+    // The walk follows the upload list's length only.
+    return int(std::min<qsizetype>(m_listUp.size() - 1, qsizetype(m_dPlotWidth) + 1));
 }
 
-void GraphWidget::drawLeftToRight(QPainter& painter)
+// Segments from..to-1 of a curve whose newest sample stands at startX, one
+// pixel a sample in the direction dx. Segments rather than one polyline:
+// the joins land on the same pixels as they always did.
+QVarLengthArray<QLineF, 1024> GraphWidget::segments(const QList<double>& samples, int from, int to,
+                                                    double startX, int dx) const
 {
-    m_dLeft += 10;
-    m_dPlotWidth -= 10;
+    QVarLengthArray<QLineF, 1024> lines;
+    lines.reserve(std::max(0, to - from));
+    double x = startX + double(dx) * from;
+    double y = speedY(samples.value(from));
+    for (int i = from; i < to; ++i, x += dx) {
+        const double next = speedY(samples.value(i + 1));
+        lines.append(QLineF(x, y, x + dx, next));
+        y = next;
+    }
+    return lines;
+}
 
+void GraphWidget::drawCurves(QPainter& painter, double startX, int dx)
+{
+    const int count = segmentCount();
+    const auto up = segments(m_listUp, 0, count, startX, dx);
+    const auto down = segments(m_listDown, 0, count, startX, dx);
+    painter.setPen(QPen(m_colorUp, 1));
+    painter.drawLines(up.constData(), int(up.size()));
+    painter.setPen(QPen(m_colorDown, 1));
+    painter.drawLines(down.constData(), int(down.size()));
+}
+
+// Brings m_frame up to date. Between two paints the curves only move by the
+// samples added, so the coverage masks are shifted and just the segments at
+// both ends drawn again; the frame is then rebuilt only in the rows that
+// either curve covers, then or now. A segment's pixels lie in the columns of
+// its two samples, and drawing is the same wherever a whole pixel shift puts
+// it: the picture is exactly that of drawing every segment anew. False where
+// this does not apply (scaled or translucent painting): the caller then
+// draws the curves directly.
+bool GraphWidget::updateCurveLayer(double startX, int dx)
+{
+    if (m_fixedLayer.devicePixelRatio() != 1 || m_fixedLayer.format() != QImage::Format_RGB32
+        || !m_colorUp.isValid() || !m_colorDown.isValid())
+        return false;
+    const int added = std::exchange(m_iNewSamples, 0);
+    if (m_iDrawnSegments >= 0 && added == 0)
+        return true;
+    const int width = m_fixedLayer.width();
+    const int height = m_fixedLayer.height();
+    const int count = segmentCount();
+    const int head = qRound(startX);
+    const bool shift = m_iDrawnSegments > 0 && added <= 16 && count > 2 * added + 12;
+
+    // Columns on the head side of position p (samples from the head) or
+    // on the tail side.
+    const auto column = [&](int p) { return std::clamp(head + dx * p, -1, width); };
+    for (QImage* mask : {&m_upMask, &m_downMask}) {
+        const QList<double>& samples = mask == &m_upMask ? m_listUp : m_listDown;
+        QVarLengthArray<QLineF, 1024> lines;
+        if (!shift) {
+            *mask = QImage(width, height, QImage::Format_Alpha8);
+            mask->fill(0);
+            lines = segments(samples, 0, count, startX, dx);
+        } else {
+            const int headEnd = column(added + 3);
+            const int tailEnd = column(count - 3);
+            uchar* row = mask->bits();
+            for (int y = 0; y < height; ++y, row += mask->bytesPerLine()) {
+                if (dx < 0) {
+                    std::memmove(row, row + added, size_t(width - added));
+                    std::memset(row + std::max(0, headEnd), 0, size_t(width - std::max(0, headEnd)));
+                    std::memset(row, 0, size_t(std::max(0, tailEnd + 1)));
+                } else {
+                    std::memmove(row + added, row, size_t(width - added));
+                    std::memset(row, 0, size_t(std::min(width, headEnd + 1)));
+                    std::memset(row + std::min(width, tailEnd), 0, size_t(width - std::min(width, tailEnd)));
+                }
+            }
+            lines = segments(samples, 0, added + 5, startX, dx);
+            const auto tail = segments(samples, count - 5, count, startX, dx);
+            lines.append(tail.constData(), tail.size());
+        }
+        QPainter painter(mask);
+        painter.setPen(QPen(Qt::black, 1));
+        painter.drawLines(lines.constData(), int(lines.size()));
+    }
+
+    // Rows that each curve may cover now, per column.
+    const auto covered = [&](const QList<double>& samples) {
+        QVector<Rows> rows(width);
+        if (count == 0)
+            return rows;
+        Rows* row = rows.data();
+        const double* sample = samples.constData(); // at least count + 1 long
+        double y0 = speedY(sample[0]);
+        for (int i = 0; i < count; ++i) {
+            const double y1 = speedY(sample[i + 1]);
+            const int lo = int(std::floor(std::clamp(std::min(y0, y1), -2.0, double(height)))) - 1;
+            const int hi = int(std::ceil(std::clamp(std::max(y0, y1), -2.0, double(height)))) + 1;
+            const int x = head + dx * i;
+            const int last = std::min(width - 1, std::max(x, x + dx));
+            for (int c = std::max(0, std::min(x, x + dx)); c <= last; ++c) {
+                if (row[c].lo > row[c].hi) {
+                    row[c] = {lo, hi};
+                } else {
+                    row[c].lo = std::min(row[c].lo, lo);
+                    row[c].hi = std::max(row[c].hi, hi);
+                }
+            }
+            y0 = y1;
+        }
+        return rows;
+    };
+    const QVector<Rows> upRows = covered(m_listUp);
+    const QVector<Rows> downRows = covered(m_listDown);
+    if (!shift || m_upRows.size() != width) {
+        m_frame = m_fixedLayer.copy();
+        m_upRows = QVector<Rows>(width);
+        m_downRows = QVector<Rows>(width);
+    }
+
+    // Down over up over the fixed layer, as drawing them in turn would give.
+    const QRgb upColour = m_colorUp.rgb();
+    const QRgb downColour = m_colorDown.rgb();
+    uchar* const frame = m_frame.bits();
+    const uchar* const fixed = m_fixedLayer.constBits();
+    const qsizetype frameLine = m_frame.bytesPerLine();
+    const uchar* const up = m_upMask.constBits();
+    const uchar* const down = m_downMask.constBits();
+    const qsizetype maskLine = m_upMask.bytesPerLine();
+    const auto compose = [&](int c, Rows now, Rows before) {
+        if (now.lo > now.hi)
+            now = before;
+        else if (before.lo <= before.hi)
+            now = {std::min(now.lo, before.lo), std::max(now.hi, before.hi)};
+        const int lo = std::max(0, now.lo);
+        const int hi = std::min(height - 1, now.hi);
+        const uchar* u = up + lo * maskLine + c;
+        const uchar* d = down + lo * maskLine + c;
+        const uchar* f = fixed + lo * frameLine + c * 4;
+        uchar* out = frame + lo * frameLine + c * 4;
+        for (int y = lo; y <= hi; ++y, u += maskLine, d += maskLine, f += frameLine, out += frameLine)
+            *reinterpret_cast<QRgb*>(out) = *d ? downColour : *u ? upColour : *reinterpret_cast<const QRgb*>(f);
+    };
+    const Rows* upNow = upRows.constData();
+    const Rows* downNow = downRows.constData();
+    for (int c = 0; c < width; ++c) {
+        compose(c, upNow[c], m_upRows[c]);
+        compose(c, downNow[c], m_downRows[c]);
+    }
+    m_upRows = upRows;
+    m_downRows = downRows;
+    m_iDrawnSegments = count;
+    return true;
+}
+
+void GraphWidget::drawFixedLayer(QPainter& painter, bool rightToLeft)
+{
+    painter.fillRect(rect(), NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor));
     const QPen framePen(m_colorGrid, 1);
     const QPen gridPen(m_colorGrid, 1, Qt::DotLine);
-    const QPen upPen(m_colorUp, 1);
-    const QPen downPen(m_colorDown, 1);
+    const double plotLeft = rightToLeft ? m_dLeft - 50 : m_dLeft;
+    const double plotRight = rightToLeft ? m_dPlotWidth + 10 : m_dPlotWidth + 70;
 
     painter.setPen(framePen);
-    painter.drawRect(QRectF(m_dLeft, m_dTop, m_dPlotWidth, m_dPlotHeight));
+    painter.drawRect(QRectF(plotLeft, m_dTop, m_dPlotWidth, m_dPlotHeight));
     painter.save();
-    painter.translate(m_dLeft - 75, m_dStep * 7);
+    painter.translate(rightToLeft ? m_dPlotWidth + 40 : m_dLeft - 75, m_dStep * 7);
     painter.rotate(-90);
-    painter.drawText(QPointF(0, 20), speedTitle());
+    painter.drawText(QPointF(0, rightToLeft ? 40 : 20), speedTitle());
     painter.restore();
 
+    // Left to right the labels are right-aligned in boxes before the plot;
+    // right to left they start at a point after it.
     painter.setFont(m_font);
     const int labelAlign = Qt::AlignRight | Qt::AlignTop;
+    const auto label = [&](double boxLeft, double boxWidth, double yBox, double yPoint, const QString& text) {
+        if (rightToLeft)
+            painter.drawText(QPointF(m_dPlotWidth + 15, yPoint), text);
+        else
+            painter.drawText(QRectF(boxLeft, yBox, boxWidth, 20), labelAlign, text);
+    };
     int value = m_iMaxSpeed;
-    painter.drawText(QRectF(m_dLeft - 41 - m_iTextHeight, m_dCursorY - 5, 50, 20), labelAlign, speedLabel(value));
+    label(m_dLeft - 41 - m_iTextHeight, 50, m_dCursorY - 5, m_dCursorY + 5, speedLabel(value));
     for (int round = 0; round < 11; ++round) {
         m_dCursorY += m_dStep;
         painter.setPen(gridPen);
-        painter.drawLine(QPointF(m_dLeft, m_dCursorY), QPointF(m_dPlotWidth + 70, m_dCursorY));
+        painter.drawLine(QPointF(plotLeft, m_dCursorY), QPointF(plotRight, m_dCursorY));
         value -= m_iMaxSpeed / 12;
         painter.setPen(framePen);
-        painter.drawText(QRectF(m_dLeft - 52 - m_iTextHeight, m_dCursorY - 5, m_iTextHeight + 50, 20), labelAlign,
-                         speedLabel(value));
+        label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 5, m_dCursorY + 5, speedLabel(value));
     }
     m_dCursorY += m_dStep;
-    painter.drawText(QRectF(m_dLeft - 52 - m_iTextHeight, m_dCursorY - 9, m_iTextHeight + 50, 20), labelAlign,
-                     QStringLiteral("0.0"));
+    label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 9, m_dCursorY - 1, QStringLiteral("0.0"));
 
     // The legend goes on one line when the download text fits beside the
-    // upload text and the reset button, else on two.
+    // upload text and the reset button, else on two; right to left it is
+    // right-aligned with each key box to the right of its text.
     painter.setFont(font());
     const QString upText = tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"));
     const QString downText = tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"));
@@ -239,85 +456,30 @@ void GraphWidget::drawLeftToRight(QPainter& painter)
     double room = m_dPlotWidth - upWidth - 70;
     if (m_pResetButton && m_bResetAll)
         room -= m_pResetButton->width();
-
-    painter.drawText(QPointF(70, m_dPlotHeight + 33), upText);
-    painter.setPen(upPen);
-    painter.setBrush(m_colorUp);
-    painter.drawRect(QRectF(59, m_dPlotHeight + 24, 8, 8));
-    painter.setPen(framePen);
     const bool oneLine = downWidth < room;
-    if (oneLine)
-        painter.drawText(QPointF(upWidth + 90, m_dPlotHeight + 33), downText);
-    else
-        painter.drawText(QPointF(70, m_dPlotHeight + 46), downText);
-    painter.setPen(downPen);
-    painter.setBrush(m_colorDown);
-    painter.drawRect(oneLine ? QRectF(upWidth + 79, m_dPlotHeight + 24, 8, 8) : QRectF(59, m_dPlotHeight + 37, 8, 8));
-    painter.setBrush(Qt::NoBrush);
+    const double w = m_dPlotWidth;
+    const double h = m_dPlotHeight;
 
-    drawCurves(painter, m_dPlotWidth + 70, -1, upPen, downPen);
-}
-
-// The mirror image of drawLeftToRight, with constants of its own.
-void GraphWidget::drawRightToLeft(QPainter& painter)
-{
-    m_dPlotWidth -= 20;
-
-    const QPen framePen(m_colorGrid, 1);
-    const QPen gridPen(m_colorGrid, 1, Qt::DotLine);
-    const QPen upPen(m_colorUp, 1);
-    const QPen downPen(m_colorDown, 1);
-
-    painter.setPen(framePen);
-    painter.drawRect(QRectF(m_dLeft - 50, m_dTop, m_dPlotWidth, m_dPlotHeight));
-    painter.save();
-    painter.translate(m_dPlotWidth + 40, m_dStep * 7);
-    painter.rotate(-90);
-    painter.drawText(QPointF(0, 40), speedTitle());
-    painter.restore();
-
-    painter.setFont(m_font);
-    const double labelX = m_dPlotWidth + 15;
-    int value = m_iMaxSpeed;
-    painter.drawText(QPointF(labelX, m_dCursorY + 5), speedLabel(value));
-    for (int round = 0; round < 11; ++round) {
-        m_dCursorY += m_dStep;
-        painter.setPen(gridPen);
-        painter.drawLine(QPointF(m_dLeft - 50, m_dCursorY), QPointF(m_dPlotWidth + 10, m_dCursorY));
-        value -= m_iMaxSpeed / 12;
-        painter.setPen(framePen);
-        painter.drawText(QPointF(labelX, m_dCursorY + 5), speedLabel(value));
+    QPointF upAt(70, h + 33);
+    QRectF upBox(59, h + 24, 8, 8);
+    QPointF downAt = oneLine ? QPointF(upWidth + 90, h + 33) : QPointF(70, h + 46);
+    QRectF downBox = oneLine ? QRectF(upWidth + 79, h + 24, 8, 8) : QRectF(59, h + 37, 8, 8);
+    if (rightToLeft) {
+        upAt = QPointF(w - upWidth - 2, h + 33);
+        upBox = QRectF(w + 1, h + 25, 8, 8);
+        downAt = oneLine ? QPointF(w - upWidth - downWidth - 17, h + 33) : QPointF(w - downWidth - 2, h + 44);
+        downBox = oneLine ? QRectF(w - upWidth - 14, h + 25, 8, 8) : QRectF(w + 1, h + 36, 8, 8);
     }
-    m_dCursorY += m_dStep;
-    painter.drawText(QPointF(labelX, m_dCursorY - 1), QStringLiteral("0.0"));
-
-    // Right-aligned legend; each key box stands to the right of its text.
-    painter.setFont(font());
-    const QString upText = tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"));
-    const QString downText = tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"));
-    const int upWidth = fontMetrics().horizontalAdvance(upText);
-    const int downWidth = fontMetrics().horizontalAdvance(downText);
-    double room = m_dPlotWidth - upWidth - 70;
-    if (m_pResetButton && m_bResetAll)
-        room -= m_pResetButton->width();
-
-    painter.drawText(QPointF(m_dPlotWidth - upWidth - 2, m_dPlotHeight + 33), upText);
-    painter.setPen(upPen);
+    painter.drawText(upAt, upText);
+    painter.setPen(QPen(m_colorUp, 1));
     painter.setBrush(m_colorUp);
-    painter.drawRect(QRectF(m_dPlotWidth + 1, m_dPlotHeight + 25, 8, 8));
+    painter.drawRect(upBox);
     painter.setPen(framePen);
-    const bool oneLine = downWidth < room;
-    if (oneLine)
-        painter.drawText(QPointF(m_dPlotWidth - upWidth - downWidth - 17, m_dPlotHeight + 33), downText);
-    else
-        painter.drawText(QPointF(m_dPlotWidth - downWidth - 2, m_dPlotHeight + 44), downText);
-    painter.setPen(downPen);
+    painter.drawText(downAt, downText);
+    painter.setPen(QPen(m_colorDown, 1));
     painter.setBrush(m_colorDown);
-    painter.drawRect(oneLine ? QRectF(m_dPlotWidth - upWidth - 14, m_dPlotHeight + 25, 8, 8)
-                             : QRectF(m_dPlotWidth + 1, m_dPlotHeight + 36, 8, 8));
+    painter.drawRect(downBox);
     painter.setBrush(Qt::NoBrush);
-
-    drawCurves(painter, m_dLeft - 50, 1, upPen, downPen);
 }
 
 void GraphWidget::onSizeChange(int width, int height)
@@ -340,10 +502,9 @@ void GraphWidget::setGraphMinmumWidth(int width)
 {
     const QFontMetrics metrics(m_font);
     const int legend = std::max(metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"))),
-                                metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"))))
-                       + 70;
+                                metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"))));
     const int button = m_pResetButton && !m_pResetButton->isHidden() ? m_pResetButton->width() : 0;
-    setMinimumWidth(legend + button);
+    setMinimumWidth(legend + 70 + button);
     if (INotifyService* service = GetNodifyInstance())
         service->Notify(QLatin1String(HostIds::MainFrameTarget), HostIds::EventMinimumWidth,
                         static_cast<quintptr>(std::max(0, legend + width + 70 + button)), 0);

@@ -7,8 +7,11 @@
 
 #include <QColor>
 #include <QFont>
+#include <QImage>
 #include <QList>
 #include <QVector>
+#include <QLineF>
+#include <QVarLengthArray>
 #include <QWidget>
 
 class CNetInfoUIService;
@@ -33,6 +36,8 @@ public:
 
     int maxSpeed() const { return m_iMaxSpeed; }
     int maxSamples() const { return m_iMaxSamples; }
+    // How many upload samples are kept: the width at construction unless set.
+    void setMaxSamples(int samples) { m_iMaxSamples = samples; }
     // Newest first.
     const QList<double>& uploadSamples() const { return m_listUp; }
     const QList<double>& downloadSamples() const { return m_listDown; }
@@ -49,14 +54,60 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void drawLeftToRight(QPainter& painter);
-    void drawRightToLeft(QPainter& painter);
+    void changeEvent(QEvent* event) override;
 
 private:
+    // What the fixed layer was drawn for; any difference redraws it.
+    struct LayerKey
+    {
+        QSize size;
+        qreal pixelRatio = 0;
+        int maxSpeed = 0;
+        bool rightToLeft = false;
+        int buttonWidth = 0;
+        QString language;
+        bool operator==(const LayerKey& other) const
+        {
+            return size == other.size && pixelRatio == other.pixelRatio && maxSpeed == other.maxSpeed
+                   && rightToLeft == other.rightToLeft && buttonWidth == other.buttonWidth
+                   && language == other.language;
+        }
+    };
+
+    void layOut(bool rightToLeft);
+    // Background, frame, grid, scale labels, title and legend: everything
+    // but the curves, for either reading direction.
+    void drawFixedLayer(QPainter& painter, bool rightToLeft);
     QString speedTitle();
     double speedY(double speed) const;
-    void drawCurves(QPainter& painter, double startX, int dx, const QPen& upPen, const QPen& downPen);
+    int segmentCount() const;
+    QVarLengthArray<QLineF, 1024> segments(const QList<double>& samples, int from, int to, double startX,
+                                           int dx) const;
+    void drawCurves(QPainter& painter, double startX, int dx);
+    bool updateCurveLayer(double startX, int dx);
     void fitResetButton();
+    void forgetLayout();
+
+    // Row span per column that a curve may cover.
+    struct Rows
+    {
+        int lo = 0;
+        int hi = -1;
+    };
+
+    QImage m_fixedLayer;
+    LayerKey m_layerKey;
+    bool m_bLayerValid = false;
+    bool m_bButtonFitted = false;
+    // The picture as last painted: the fixed layer with both curves, kept
+    // up to date column by column from coverage masks of the two curves.
+    QImage m_frame;
+    QImage m_upMask;
+    QImage m_downMask;
+    QVector<Rows> m_upRows;
+    QVector<Rows> m_downRows;
+    int m_iDrawnSegments = -1; // in the masks; -1: masks to be redrawn
+    int m_iNewSamples = 0;     // since the masks were drawn
 
     QPushButton* m_pResetButton = nullptr;
     CNetInfoUIService* m_pService = nullptr;

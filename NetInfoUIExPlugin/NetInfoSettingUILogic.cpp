@@ -7,10 +7,11 @@
 #include "HostPaths.h"
 
 #include <QDate>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -24,6 +25,19 @@ const char* const kSavedKeys[] = { "chkRecurrence", "radioDaily", "radioWeekly",
     "chkTimeVolume", "SizeVolume", "SizeTimeVolume", "chkWarnbefore", "chkWarnAfter", "ShowDataWarnAfter",
     "ShowDataWarnBefor", "ShowTimeWarnBefor", "ShowTimeWarnAfter", "startdate", "startweekdate",
     "startmonthdate", "WarnBeforPercentage" };
+
+// The settings say how much the user pays for and when: folders made for
+// them are private, as per-user data folders are meant to be.
+bool makePrivatePath(const QString& dir)
+{
+    const QFileInfo info(dir);
+    if (info.isDir())
+        return true;
+    if (info.exists() || !makePrivatePath(info.absolutePath()))
+        return false;
+    const QByteArray path = QFile::encodeName(dir);
+    return (::mkdir(path.constData(), 0700) == 0 && ::chmod(path.constData(), 0700) == 0) || QFileInfo(dir).isDir();
+}
 
 bool isMissingOrEmpty(const QString& path)
 {
@@ -75,7 +89,7 @@ QString NetInfoSettingUILogic::GetUserDataDirectory()
 {
     NETINFO_SETTING_TRACE(kSource);
     const QString dir = HostPaths::userDataDir();
-    if (!QDir().mkpath(dir))
+    if (!makePrivatePath(dir))
         NETINFO_WARN("%s: cannot create the data directory %s", kSource, qUtf8Printable(dir));
     return dir + QLatin1Char('/');
 }
@@ -153,12 +167,11 @@ void NetInfoSettingUILogic::updateUseLimitSetting(QString key, QString value)
         *it = value;
 }
 
-void NetInfoSettingUILogic::saveUseLimitSetting()
+bool NetInfoSettingUILogic::saveUseLimitSetting(const std::function<void()>& beforeReplacing)
 {
     NETINFO_SETTING_TRACE(kSource);
     const QString directory = GetUserDataDirectory();
     const QString path = directory + kFileName;
-    const QString tempPath = directory + kTempFileName;
 
     // Written as UTF-8 because that is how the file is read back; for the
     // ASCII the file holds this is byte for byte what any locale would give.
@@ -167,14 +180,18 @@ void NetInfoSettingUILogic::saveUseLimitSetting()
         content += QLatin1String(key) + QLatin1Char('=') + m_mapSettings.value(QLatin1String(key))
             + QLatin1Char('\n');
 
-    // A leftover from an interrupted save is of no use.
-    if (QFileInfo::exists(tempPath))
-        QFile::remove(tempPath);
-    QString error;
-    if (!AtomicFile::replace(tempPath, path, content.toUtf8(), &error)) {
+    AtomicFile file(directory + kTempFileName, path);
+    if (!file.write(content.toUtf8())) {
         NETINFO_WARN("%s: settings not saved, %s kept as it was: %s", kSource, qUtf8Printable(path),
-            qUtf8Printable(error));
-        return;
+            qUtf8Printable(file.errorString()));
+        return false;
+    }
+    if (beforeReplacing)
+        beforeReplacing();
+    if (!file.commit()) {
+        NETINFO_WARN("%s: settings not saved, %s kept as it was: %s", kSource, qUtf8Printable(path),
+            qUtf8Printable(file.errorString()));
+        return false;
     }
     // Published only once the file holds them, so the statistics service
     // and the file never disagree about the period.
@@ -182,4 +199,5 @@ void NetInfoSettingUILogic::saveUseLimitSetting()
         m_mapSettings.value(QStringLiteral("startmonthdate")));
     CommonUtils::SetSettings(QStringLiteral("uselimit"), QStringLiteral("startweekdate"),
         m_mapSettings.value(QStringLiteral("startweekdate")));
+    return true;
 }

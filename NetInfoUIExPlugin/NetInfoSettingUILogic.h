@@ -6,6 +6,8 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+
 class NetInfoSettingUILogic
 {
 public:
@@ -18,9 +20,13 @@ public:
     // Changes a key already in the map; never adds one.
     void updateUseLimitSetting(QString key, QString value);
     // Writes the 18 known keys to the user file, replacing it atomically,
-    // and publishes the period start days to the host.
-    void saveUseLimitSetting();
-    // The per-user data directory with a trailing "/", created if needed.
+    // and publishes the period start days to the host. beforeReplacing runs
+    // once the new content is safely on the disk, just before it takes the
+    // user file's place. False when the file could not be written: it then
+    // holds what it held and nothing is published.
+    bool saveUseLimitSetting(const std::function<void()>& beforeReplacing = {});
+    // The per-user data directory with a trailing "/", created private if
+    // needed.
     QString GetUserDataDirectory();
     // The user file's path, building the file from the template when it is
     // missing or empty; empty when neither the file nor the template exists.

@@ -34,6 +34,8 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings()
         NETINFO_ARG_NULL(kSource);
         return false;
     }
+    // What the view may go on using if the file cannot be written.
+    const QMap<QString, QString> before = m_pStore->useLimitSettings();
     // The period goes into the store's map before any entry is checked: a
     // refused OK followed by Cancel shows these choices, and the next good
     // OK writes them.
@@ -56,11 +58,26 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings()
     const int dataVolume = m_pEditDataVolume ? m_pEditDataVolume->text().toInt(nullptr, 10) : 0;
     const int timeVolume = m_pEditTimeVolume ? m_pEditTimeVolume->text().toInt(nullptr, 10) : 0;
     // Receivers see the new values in the map while the file still holds
-    // the old ones.
-    emit netInfoSettingsChanged(
-        dataVolume, timeVolume, m_pChkWarnBefore->isChecked(), m_pChkWarnExceed->isChecked());
-    m_pStore->saveUseLimitSetting();
-    return true;
+    // the old ones; but only once the new file is safely written, so that
+    // a full disk or a read-only folder never applies what cannot be kept.
+    bool told = false;
+    const bool saved = m_pStore->saveUseLimitSetting([&] {
+        told = true;
+        emit netInfoSettingsChanged(
+            dataVolume, timeVolume, m_pChkWarnBefore->isChecked(), m_pChkWarnExceed->isChecked());
+    });
+    if (saved)
+        return true;
+
+    // The entries stay as typed so that OK can be tried again.
+    m_pStore->useLimitSettings() = before;
+    if (told) { // the view follows the map again
+        const auto stored = [&before](const char* key) { return before.value(QLatin1String(key)); };
+        emit netInfoSettingsChanged(stored("SizeVolume").toInt(nullptr, 10), stored("SizeTimeVolume").toInt(nullptr, 10),
+            stored("chkWarnbefore") == QLatin1String("true"), stored("chkWarnAfter") == QLatin1String("true"));
+    }
+    showPrompt(QStringLiteral("IDS_SAVE_SETTINGS_FAILED"));
+    return false;
 }
 
 bool NetInfoSettingUIPlugin::saveLimit()

@@ -112,6 +112,10 @@
         <translation>يرجى إدخال حد البيانات.</translation>
     </message>
     <message>
+        <source>IDS_SAVE_SETTINGS_FAILED</source>
+        <translation>تعذّر حفظ الإعدادات. تحقّق من وجود مساحة فارغة على القرص ومن إمكانية الكتابة في مجلد الإعدادات، ثم أعد المحاولة.</translation>
+    </message>
+    <message>
         <source>IDS_INPUT_DATA_WARN_PERCENTAGE</source>
         <translation>يرجى إدخال النسبة المئوية للتحذير.</translation>
     </message>

@@ -112,6 +112,10 @@
         <translation>Please enter the data limit.</translation>
     </message>
     <message>
+        <source>IDS_SAVE_SETTINGS_FAILED</source>
+        <translation>The settings could not be saved. Check that the disk has free space and that the settings folder can be written to, then try again.</translation>
+    </message>
+    <message>
         <source>IDS_INPUT_DATA_WARN_PERCENTAGE</source>
         <translation>Please enter the warning percentage.</translation>
     </message>

@@ -112,6 +112,10 @@
         <translation>请输入流量限额。</translation>
     </message>
     <message>
+        <source>IDS_SAVE_SETTINGS_FAILED</source>
+        <translation>无法保存设置。请检查磁盘是否有剩余空间、设置文件夹是否可写，然后重试。</translation>
+    </message>
+    <message>
         <source>IDS_INPUT_DATA_WARN_PERCENTAGE</source>
         <translation>请输入警告百分比。</translation>
     </message>

@@ -1,5 +1,6 @@
 // The NetInfo host: loads the plug-in module and gives it a main window.
 #include "HostApplication.h"
+#include "PluginMessageFormat.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -8,6 +9,7 @@
 int main(int argc, char* argv[])
 {
     HostApplication::prepareEnvironment();
+    PluginMessageFormat::install();
     // Trace output is for developers: QT_LOGGING_RULES or --verbose turn it
     // back on. The view keeps two connections that Qt refuses by design;
     // their warnings would only alarm users.

@@ -68,6 +68,8 @@ private slots:
         QTest::newRow("broken inside keeps what came first")
             << QByteArray("<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
             << 6 << "^GroupInfo Read Error " << QStringList{"a=#FF000001", "f=//"};
+        QTest::newRow("broken right after the root ends quietly")
+            << QByteArray("<TrendsCtrlProfile><<") << 0 << QString() << QStringList();
         QTest::newRow("nested, repeated ids, missing attributes, case")
             << profile("<G><Color id=\"x\" color=\"#FF0000FF\"/></G><Color id=\"x\"/><color id=\"lower\"/>"
                        "<Font family=\"Serif\" size=\"9\"/><Other color=\"#FFFFFFFF\"/>")
@@ -107,6 +109,8 @@ private slots:
         QTest::newRow("four colours, three fonts") << profile(kColours + threeFonts) << QColor() << false;
         QTest::newRow("grid without its alpha pair")
             << profile(kColours + "<Color color=\"#808080\"/>" + threeFonts) << QColor() << false;
+        QTest::newRow("eight digits left after the pair")
+            << profile(kColours + "<Color color=\"#FF80FF0000\"/>" + threeFonts) << QColor() << false;
     }
 
     void graphTakesEntriesByPosition()
@@ -164,6 +168,7 @@ private slots:
         QVERIFY(setUp());
         GraphWidget graph;
         QCOMPARE(graph.maxSamples(), graph.width()); // the width it was made with
+        QVERIFY(!graph.grab().isNull()); // painted before any sample
         const int updates = graph.maxSamples() + extra;
         for (int i = 1; i <= updates; ++i)
             graph.DrawGraph(i, -i);
@@ -238,8 +243,57 @@ private slots:
         const QFontMetrics metrics(graph.graphFont());
         const int legend = std::max(metrics.horizontalAdvance(Change::tr("IDS_TRENDS_UPLOAD_SPEED", "NetInfoUIExPlugin")),
                                     metrics.horizontalAdvance(Change::tr("IDS_TRENDS_DOWNLOAD_SPEED", "NetInfoUIExPlugin")));
-        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 70 + 225 + 70 + button->width()));
+        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 225 + 70 + button->width()));
         QCOMPARE(graph.minimumWidth(), legend + 70 + button->width());
+    }
+
+    // A graph painted before a change looks, after it, like one made anew;
+    // "ticks" paints after every sample, past the sample limit, with
+    // curves that cross, fall below the plot and rise to the top.
+    void changesReachThePicture_data()
+    {
+        QTest::addColumn<QString>("change");
+        for (const char* change : {"scale", "size", "direction", "language", "ticks", "ticks right to left"})
+            QTest::newRow(change) << change;
+    }
+
+    void changesReachThePicture()
+    {
+        QFETCH(QString, change);
+        QVERIFY(setUp() && m_home->installTranslations());
+        QGuiApplication::setLayoutDirection(change.endsWith(QLatin1String("left")) ? Qt::RightToLeft : Qt::LeftToRight);
+        const auto feed = [&change](GraphWidget& graph, bool before, bool paint) {
+            graph.setMaxSamples(90);
+            for (int i = 0; i < (before ? 40 : 0); ++i)
+                graph.DrawGraph(30, 15);
+            if (!before && change == QLatin1String("scale"))
+                graph.DrawGraph(500, 0);
+            for (int i = 0; !before && change.startsWith(QLatin1String("ticks")) && i < 120; ++i) {
+                graph.DrawGraph(30 + 29 * std::sin(i / 3.0), i % 40 == 0 ? -20.0 : 30 + 30 * std::cos(i / 5.0));
+                if (paint)
+                    graph.grab();
+            }
+        };
+        GraphWidget graph;
+        graph.resize(400, 300);
+        feed(graph, true, true);
+        graph.grab();
+        feed(graph, false, true);
+        if (change == QLatin1String("size"))
+            graph.resize(330, 260);
+        if (change == QLatin1String("direction"))
+            QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        QVERIFY(change != QLatin1String("language") || Change::LoadLanguage(QStringLiteral("zh_CN")));
+        graph.grab(); // the button follows a new text one paint late, as always
+        GraphWidget fresh;
+        fresh.resize(graph.size());
+        feed(fresh, true, false);
+        feed(fresh, false, false);
+        const QImage made = fresh.grab().toImage();
+        // The button keeps the height it was made with: the graph above it.
+        const int top = std::min(graph.findChild<QPushButton*>()->y(), fresh.findChild<QPushButton*>()->y());
+        QVERIFY(top > graph.height() / 2);
+        QCOMPARE(made.copy(0, 0, graph.width(), top), graph.grab().toImage().copy(0, 0, graph.width(), top));
     }
 };
 

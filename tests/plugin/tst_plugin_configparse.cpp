@@ -36,43 +36,20 @@ class TestConfigParse : public QObject
 private slots:
     void cleanup() { NetInfoConfigParse::OnDestroy(); }
 
-    void errorCodes_data()
+    // The output is cleared first; what was read before an error stays.
+    void reads_data()
     {
-        QTest::addColumn<QString>("fixture"); // "missing", "directory" or a tests/data file
+        QTest::addColumn<QByteArray>("content"); // "missing", "directory" or "data:" and a tests/data file
+        QTest::addColumn<QString>("module");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("warning");
-        QTest::addColumn<QStringList>("kept");
-        QTest::newRow("missing file") << "missing" << 3 << "^File .*NetInfoUIExConfig.xml does not exist$"
-                                      << QStringList();
-        // A directory in the file's place exists but cannot be opened, even by root.
-        QTest::newRow("unopenable") << "directory" << 25 << "^Error open file: $" << QStringList();
-        QTest::newRow("malformed") << "config_malformed.xml" << 6 << "^GroupInfo Read Error "
-                                   << QStringList{"function/SHOWGRAPH=true", "function/STATISTICS=true"};
-    }
-
-    void errorCodes()
-    {
-        QFETCH(QString, fixture);
-        QFETCH(QString, warning);
-        TestHome home;
-        if (fixture == QLatin1String("directory")) {
-            QVERIFY(QDir().mkpath(NetInfoConfigParse::configFilePath()));
-        } else if (fixture != QLatin1String("missing")) {
-            QFile file(QFINDTESTDATA("../data/" + fixture));
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            QVERIFY(home.writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), file.readAll()));
-        }
-        QVector<NetInfoConfig> out{{QStringLiteral("stale"), {}, {}, {}, {}}};
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
-        QTEST(parse(QStringLiteral("common"), out), "code");
-        QTEST(names(out), "kept");
-    }
-
-    void selectsTheWantedSection_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("module");
         QTest::addColumn<QStringList>("expected");
+        QTest::newRow("missing file") << QByteArray("missing") << "common" << 3
+                                      << "^File .*NetInfoUIExConfig.xml does not exist$" << QStringList();
+        // A directory in the file's place exists but cannot be opened, even by root.
+        QTest::newRow("unopenable") << QByteArray("directory") << "common" << 25 << "^Error open file: $" << QStringList();
+        QTest::newRow("malformed") << QByteArray("data:config_malformed.xml") << "common" << 6 << "^GroupInfo Read Error "
+                                   << QStringList{"function/SHOWGRAPH=true", "function/STATISTICS=true"};
 
         const QByteArray twoModules = document(
             "<group name=\"customize\">"
@@ -81,35 +58,46 @@ private slots:
             "<speedunit><item name=\"KB/s\" value=\"1024\"/></speedunit></module></group>"
             "<group name=\"other\"><module name=\"common\"><function><item name=\"C\" value=\"true\"/>"
             "</function></module></group>");
-        QTest::newRow("common module") << twoModules << "common" << QStringList{"function/A=true"};
+        QTest::newRow("common module") << twoModules << "common" << 0 << QString() << QStringList{"function/A=true"};
         QTest::newRow("edition module")
-            << twoModules << "datacard" << QStringList{"function/B=false", "speedunit/KB/s=1024"};
-        QTest::newRow("unknown module") << twoModules << "nothere" << QStringList{};
+            << twoModules << "datacard" << 0 << QString() << QStringList{"function/B=false", "speedunit/KB/s=1024"};
+        QTest::newRow("unknown module") << twoModules << "nothere" << 0 << QString() << QStringList{};
         QTest::newRow("item before any category")
             << document("<group name=\"customize\"><module name=\"common\"><item name=\"X\" value=\"1\"/>"
                         "</module></group>")
-            << "common" << QStringList{"/X=1"};
+            << "common" << 0 << QString() << QStringList{"/X=1"};
         QTest::newRow("names are case-sensitive")
             << document("<group name=\"customize\"><module name=\"common\"><Function>"
                         "<item name=\"X\" value=\"1\"/><Item name=\"Y\" value=\"2\"/></Function></module></group>")
-            << "common" << QStringList{"/X=1"};
+            << "common" << 0 << QString() << QStringList{"/X=1"};
         QTest::newRow("nesting is not enforced")
             << document("<group name=\"customize\"/><module name=\"common\"/><format/><item name=\"F\" value=\"v\"/>")
-            << "common" << QStringList{"format/F=v"};
+            << "common" << 0 << QString() << QStringList{"format/F=v"};
         QTest::newRow("another root element")
             << QByteArray("<?xml version=\"1.0\"?><other><group name=\"customize\"><module name=\"common\">"
                           "<function><item name=\"A\" value=\"true\"/></function></module></group></other>")
-            << "common" << QStringList{};
+            << "common" << 0 << QString() << QStringList{};
     }
 
-    void selectsTheWantedSection()
+    void reads()
     {
         QFETCH(QByteArray, content);
         QFETCH(QString, module);
+        QFETCH(QString, warning);
         TestHome home;
-        QVERIFY(home.writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), content));
-        QVector<NetInfoConfig> out;
-        QCOMPARE(parse(module, out), 0);
+        if (content == "directory") {
+            QVERIFY(QDir().mkpath(NetInfoConfigParse::configFilePath()));
+        } else if (content.startsWith("data:")) {
+            QFile file(QFINDTESTDATA("../data/" + QString::fromLatin1(content.mid(5))));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY(home.writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), file.readAll()));
+        } else if (content != "missing") {
+            QVERIFY(home.writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), content));
+        }
+        QVector<NetInfoConfig> out{{QStringLiteral("stale"), {}, {}, {}, {}}};
+        if (!warning.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
+        QTEST(parse(module, out), "code");
         QTEST(names(out), "expected");
     }
 

@@ -1,7 +1,9 @@
 // The statistics bridge on a scripted SDK: report kinds, the callback, failures
 // and the merged configuration.
+#include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
 
+#include "PluginMessageFormat.h"
 #include "TestHome.h"
 
 #include "Sdk.h"
@@ -16,6 +18,8 @@
 using velt::SdkCall;
 using velt::SimulatedBackend;
 using velt::StatisticsRecord;
+
+Q_LOGGING_CATEGORY(lcOtherPart, "netinfo.host")
 
 namespace {
 constexpr qint64 kResetTime = 1700000000; // a fixed clock for reset stamps
@@ -272,66 +276,63 @@ private slots:
         QCOMPARE(m_sdk->callCount(SdkCall::Register), 1);
     }
 
-    void switches_data()
+    // The edition's entries over the common ones: switches by name, unit
+    // tables as a whole.
+    void mergedConfiguration_data()
     {
         QTest::addColumn<QByteArray>("common");
         QTest::addColumn<QByteArray>("edition");
-        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<bool>("enabled"); // "SHOWGRAPH"
+        QTest::addColumn<QStringList>("units"); // speeds, then fluxes
         const QByteArray on = "<function><item name=\"SHOWGRAPH\" value=\"true\"/></function>";
         const QByteArray off = "<function><item name=\"SHOWGRAPH\" value=\"false\"/></function>";
-        QTest::newRow("on") << on << QByteArray() << true;
+        const QByteArray units = on + "<speedunit><item name=\"KB/s\" value=\"1024\"/><item name=\"B/s\"/></speedunit>"
+                                      "<fluxunit><item name=\"B\"/><item name=\"MB\"/><item name=\"KB\"/></fluxunit>";
+        QTest::newRow("on") << on << QByteArray() << true << QStringList();
         QTest::newRow("capital True is off")
-            << QByteArray("<function><item name=\"SHOWGRAPH\" value=\"True\"/></function>") << QByteArray() << false;
-        QTest::newRow("last of two wins")
-            << QByteArray("<function><item name=\"SHOWGRAPH\" value=\"true\"/>"
-                          "<item name=\"SHOWGRAPH\" value=\"false\"/></function>")
-            << QByteArray() << false;
-        QTest::newRow("edition overrides common") << on << off << false;
+            << QByteArray("<function><item name=\"SHOWGRAPH\" value=\"True\"/></function>") << QByteArray() << false
+            << QStringList();
+        QTest::newRow("last of two wins") << on + off << QByteArray() << false << QStringList();
+        QTest::newRow("edition overrides common") << on << off << false << QStringList();
         QTest::newRow("category plays no part")
-            << QByteArray("<format><item name=\"SHOWGRAPH\" value=\"true\"/></format>") << QByteArray() << true;
+            << QByteArray("<format><item name=\"SHOWGRAPH\" value=\"true\"/></format>") << QByteArray() << true
+            << QStringList();
+        QTest::newRow("no edition units") << units << QByteArray() << true << QStringList{"KB/s", "B/s", "B", "MB", "KB"};
+        QTest::newRow("one speed unit") << units << QByteArray("<speedunit><item name=\"bit/s\" value=\"1\"/></speedunit>")
+                                        << true << QStringList{"bit/s", "B", "MB", "KB"};
+        QTest::newRow("both tables")
+            << units << QByteArray("<fluxunit><item name=\"GB\"/><item name=\"TB\"/></fluxunit>"
+                                   "<speedunit><item name=\"MB/s\"/></speedunit>")
+            << true << QStringList{"MB/s", "GB", "TB"};
     }
 
-    void switches()
+    void mergedConfiguration()
     {
         QFETCH(QByteArray, common);
         QFETCH(QByteArray, edition);
-        QFETCH(bool, enabled);
         NetInfoUILogic* logic = initialisedLogic(configDocument(common, edition), "edition");
-        QCOMPARE(logic->IsFunctionEnable(QStringLiteral("SHOWGRAPH")), enabled);
-    }
-
-    void editionUnitsReplaceTheirTable_data()
-    {
-        QTest::addColumn<QByteArray>("edition");
-        QTest::addColumn<QStringList>("speeds");
-        QTest::addColumn<QStringList>("fluxes");
-        const QStringList commonSpeeds{"KB/s", "B/s"};
-        const QStringList commonFluxes{"B", "MB", "KB"};
-        QTest::newRow("no edition units") << QByteArray() << commonSpeeds << commonFluxes;
-        QTest::newRow("one speed unit")
-            << QByteArray("<speedunit><item name=\"bit/s\" value=\"1\"/></speedunit>") << QStringList{"bit/s"}
-            << commonFluxes;
-        QTest::newRow("both tables")
-            << QByteArray("<fluxunit><item name=\"GB\"/><item name=\"TB\"/></fluxunit>"
-                          "<speedunit><item name=\"MB/s\"/></speedunit>")
-            << QStringList{"MB/s"} << QStringList{"GB", "TB"};
-    }
-
-    void editionUnitsReplaceTheirTable()
-    {
-        QFETCH(QByteArray, edition);
-        QFETCH(QStringList, speeds);
-        QFETCH(QStringList, fluxes);
-        NetInfoUILogic* logic = initialisedLogic(
-            configDocument("<speedunit><item name=\"KB/s\" value=\"1024\"/><item name=\"B/s\" value=\"1\"/></speedunit>"
-                           "<fluxunit><item name=\"B\"/><item name=\"MB\"/><item name=\"KB\"/></fluxunit>",
-                           edition),
-            "edition");
+        QTEST(logic->IsFunctionEnable(QStringLiteral("SHOWGRAPH")), "enabled");
         QVector<TagUnits> speedUnits, fluxUnits;
         logic->GetSpeedUnitData(speedUnits);
         logic->GetFluxUnitData(fluxUnits);
-        QCOMPARE(unitNames(speedUnits), speeds);
-        QCOMPARE(unitNames(fluxUnits), fluxes);
+        QTEST(unitNames(speedUnits) + unitNames(fluxUnits), "units");
+    }
+
+    // The plug-in's lines come out as written, another category's with its
+    // name before them.
+    void linesPrintedByTheHost()
+    {
+        static QStringList printed;
+        const QtMessageHandler testHandler = qInstallMessageHandler(
+            [](QtMsgType type, const QMessageLogContext& context, const QString& message) {
+                printed << qFormatLogMessage(type, context, message);
+            });
+        PluginMessageFormat::install();
+        NETINFO_WARN("%s: %s: %s: Entered", "12:00:00:000", "NetInfoUIExPlugin/NetInfoUILogic", "Init");
+        qCWarning(lcOtherPart, "%s: %s", "12:00:00:000", "started");
+        qInstallMessageHandler(testHandler);
+        QCOMPARE(printed, QStringList({"12:00:00:000: NetInfoUIExPlugin/NetInfoUILogic: Init: Entered",
+                                       "netinfo.host: 12:00:00:000: started"}));
     }
 };
 

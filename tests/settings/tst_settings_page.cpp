@@ -1,5 +1,6 @@
 // The usage-limit page: its widget tree, the period and limit rules, what can
 // be typed, and OK and Cancel against the store and the file.
+#include "AtomicFile.h"
 #include "NetInfoSettingUILogic.h"
 #include "NetInfoSettingUIPlugin.h"
 #include "NetInfoUILogic.h"
@@ -275,27 +276,41 @@ private slots:
         QCOMPARE(edit->date(), QDate(2010, 1, 31));
     }
 
-    void okRefusesEmptyEntry_data()
+    // Entries and faults: the entry is cleared (or given "250" when the disk
+    // fails); -1 for no fault, else the file step that fails.
+    void okRefuses_data()
     {
         QTest::addColumn<QStringList>("stored");
         QTest::addColumn<QString>("edit");
+        QTest::addColumn<int>("fault");
         QTest::addColumn<QString>("prompt");
-        QTest::newRow("data volume, limit off") << QStringList { "chkVolume=false" } << "lineEditDataVolume"
-                                                << "IDS_INPUT_DATA_VOLUME";
-        QTest::newRow("time volume") << QStringList() << "lineEditTimeVolume"
-                                     << "IDS_INPUT_TIME_VOLUME_LIMIT";
-        QTest::newRow("percentage, warning off")
-            << QStringList { "chkWarnbefore=false" } << "lineEditWarnPercent"
-            << "IDS_INPUT_DATA_WARN_PERCENTAGE";
+        QTest::addColumn<QStringList>("told");
+        QTest::addColumn<QString>("period"); // after Cancel
+        const QString picked = QStringLiteral("date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=6 mday=0");
+        const QString stored = QStringLiteral("date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=4 mday=0");
+        QTest::newRow("data volume empty, limit off") << QStringList{"chkVolume=false"} << "lineEditDataVolume" << -1
+                                                      << "IDS_INPUT_DATA_VOLUME" << QStringList() << picked;
+        QTest::newRow("time volume empty") << QStringList() << "lineEditTimeVolume" << -1
+                                           << "IDS_INPUT_TIME_VOLUME_LIMIT" << QStringList() << picked;
+        QTest::newRow("percentage empty, warning off") << QStringList{"chkWarnbefore=false"} << "lineEditWarnPercent"
+                                                       << -1 << "IDS_INPUT_DATA_WARN_PERCENTAGE" << QStringList() << picked;
+        QTest::newRow("folder refuses the file") << QStringList() << "lineEditDataVolume" << int(AtomicFile::Step::Create)
+                                                 << "IDS_SAVE_SETTINGS_FAILED" << QStringList() << stored;
+        QTest::newRow("disk fails the replacement")
+            << QStringList() << "lineEditDataVolume" << int(AtomicFile::Step::Rename) << "IDS_SAVE_SETTINGS_FAILED"
+            << QStringList{"250,100,1,1", "500,100,1,1"} << stored;
     }
 
-    // The page stays open with the entries as they are; nothing reaches the
-    // file or the view, while the period choices already sit in the map and
-    // so come back on Cancel.
-    void okRefusesEmptyEntry()
+    // The page stays open with the entries as they are and nothing reaches
+    // the file or the host's settings. An empty entry leaves the period
+    // choices in the map, so Cancel brings them back; a disk that fails
+    // leaves the map as it was, and a view already told hears the old
+    // values again.
+    void okRefuses()
     {
         QFETCH(QStringList, stored);
         QFETCH(QString, edit);
+        QFETCH(int, fault);
         QFETCH(QString, prompt);
         QVERIFY(build(stored));
         QFile file(userFile());
@@ -307,20 +322,29 @@ private slots:
                     + box.buttons().first()->text() + QString::number(box.buttons().size());
             return int(QMessageBox::Ok);
         });
-        QSignalSpy changed(m_page, &NetInfoSettingUIPlugin::netInfoSettingsChanged);
+        QStringList told;
+        connect(m_page, &NetInfoSettingUIPlugin::netInfoSettingsChanged, this,
+            [&told](int data, int time, bool before, bool exceeds) {
+                told << QStringLiteral("%1,%2,%3,%4").arg(data).arg(time).arg(before).arg(exceeds);
+            });
         click({ QStringLiteral("radioWeekly") });
         find<QComboBox>("comboBoxWeekly")->setCurrentIndex(6);
-        find<QLineEdit>(qPrintable(edit))->clear();
+        find<QLineEdit>(qPrintable(edit))->setText(fault < 0 ? QString() : QStringLiteral("250"));
+        if (fault >= 0) {
+            AtomicFile::failNextForTesting(AtomicFile::Step(fault), EROFS);
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("settings not saved")));
+        }
         QVERIFY(!m_page->SaveNetInfoSettings());
         QCOMPARE(prompts, QStringList { "IDS_PROPMT/" + prompt + "/IDS_OK1" });
-        QCOMPARE(changed.count(), 0);
+        QTEST(told, "told");
         QVERIFY(file.seek(0));
         QCOMPARE(file.readAll(), old);
+        QVERIFY(!CommonUtils::GetSettings(QStringLiteral("uselimit"), QStringLiteral("startweekdate")).isValid());
+        QCOMPARE(find<QLineEdit>(qPrintable(edit))->text(), fault < 0 ? QString() : QStringLiteral("250"));
 
         click({ QStringLiteral("radioMonthly") });
         QVERIFY(m_page->CancelNetInfoSetting());
-        QCOMPARE(periodState(),
-            QStringLiteral("date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=6 mday=0"));
+        QTEST(periodState(), "period");
     }
 
     void okSendsSettingsThenWritesFile_data()
