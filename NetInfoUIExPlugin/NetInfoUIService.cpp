@@ -404,7 +404,6 @@ void CNetInfoUIService::OnDestroy()
     delete m_pWarnPrompt;
     m_pWarnPrompt = nullptr;
     m_pDataProgress = m_pTimeProgress = nullptr;
-    m_pVolumeBlock = nullptr;
     m_pResetButton = m_pSetLimitButton = nullptr;
     // With "SHOWGRAPH" off the graph never joined the widget tree.
     if (m_pGraph && !m_pGraph->parent())

@@ -203,7 +203,6 @@ private:
     QLabel* m_pTimeVolumeLabel = nullptr;
     QPushButton* m_pResetButton = nullptr;
     QPushButton* m_pSetLimitButton = nullptr;
-    QVBoxLayout* m_pVolumeBlock = nullptr;
     LwProgressBar* m_pDataProgress = nullptr;
     LwProgressBar* m_pTimeProgress = nullptr;
     WarnPrompt* m_pWarnPrompt = nullptr;

@@ -216,6 +216,18 @@ private slots:
         const Qt::ScrollBarPolicy scrolling = limits ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
         QVERIFY(tree->verticalScrollBarPolicy() == scrolling && tree->horizontalScrollBarPolicy() == scrolling);
         QCOMPARE(tree->topLevelItemCount(), topLevelCount);
+        if (limits) {
+            // Captions and bars straight in the panel's column; the two buttons share their row's width.
+            auto* column = m_host->findChild<QVBoxLayout*>(QStringLiteral("NetInfoUIPlugin_LayoutVerticalBox"));
+            auto* row = m_host->findChild<QHBoxLayout*>(QStringLiteral("NetInfoUIPlugin_LayoutButtonBox"));
+            QVERIFY(column && row && row->count() == 2);
+            QStringList order;
+            for (int i = 0; i < 4; ++i)
+                order << column->itemAt(i)->widget()->objectName().mid(16);
+            QCOMPARE(order, (QStringList{"LabelDataVolume", "ProgressDatavolume", "LabelTimeVolume", "ProgressVolume"}));
+            QTRY_COMPARE(row->itemAt(0)->widget()->width() + row->spacing() + row->itemAt(1)->widget()->width(),
+                         row->geometry().width());
+        }
         QStringList children;
         for (int i = 0; i < tree->topLevelItem(0)->childCount(); ++i)
             children << tree->topLevelItem(0)->child(i)->text(0);
