@@ -139,16 +139,14 @@ void CNetInfoUIService::onSetLimitButtonClicked()
 
 void CNetInfoUIService::onNetInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds)
 {
-    m_ullDataLimit = static_cast<quint64>(static_cast<qint64>(dataVolume));
+    m_limits.settings.dataLimit = static_cast<quint64>(static_cast<qint64>(dataVolume));
     m_iSettingDataVolume = dataVolume;
     m_iSettingTimeVolume = timeVolume;
     m_bSettingWarnBefore = warnBefore;
     m_bSettingWarnExceeds = warnExceeds;
 
     // New limits deserve fresh warnings.
-    m_bDataWarnBeforeArmed = true;
-    m_bDataWarnAfterArmed = true;
-    m_bDataWarnBeforeShown = false;
+    m_limits.rearmData();
 
     InitParam();
     updateStoredStatistics();

@@ -212,28 +212,6 @@ private slots:
         QTEST(double(shown->maximum()), "maximum");
     }
 
-    void operationPersent_data()
-    {
-        QTest::addColumn<QString>("percentage");
-        QTest::addColumn<double>("used");
-        QTest::addColumn<uint>("state");
-        QTest::newRow("at the percentage") << "80" << 80.0 << 1u;
-        QTest::newRow("just under it") << "80" << 79.99 << 0u;
-        QTest::newRow("just under the limit") << "80" << 99.99 << 1u;
-        QTest::newRow("at the limit") << "80" << 100.0 << 0u;
-        QTest::newRow("past the limit") << "80" << 150.0 << 0u;
-        QTest::newRow("percentage 0") << "0" << 90.0 << 0u;
-        QTest::newRow("non-numeric percentage") << "eighty" << 90.0 << 0u;
-    }
-
-    void operationPersent()
-    {
-        QFETCH(QString, percentage);
-        QFETCH(double, used);
-        QVERIFY(setUp({{"WarnBeforPercentage", percentage}}));
-        QTEST(m_view->OperationPersent(used), "state");
-    }
-
     // Colours come from the feature file by name: the last entry of a name
     // wins, and a file without colours paints in transparent white.
     void barColourLookup_data()
