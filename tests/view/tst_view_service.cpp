@@ -408,13 +408,6 @@ private slots:
         // The daily figures were fetched; the request stopped at the month.
         QCOMPARE(m_backend->asked, (QList<int>{VELT_REPORT_TODAY, VELT_REPORT_MONTH}));
 
-        m_backend->failKind = -1;
-        m_backend->asked.clear();
-        emitLive(QStringLiteral(" "));
-        QCOMPARE(m_backend->asked, (QList<int>{VELT_REPORT_TODAY, VELT_REPORT_MONTH, VELT_REPORT_YEAR, VELT_REPORT_WEEK,
-                                         VELT_REPORT_LAST_RESET}));
-        QCOMPARE(storedTexts(tree), kbRows({7, 7, 8, 8, 9, 9}));
-        QVERIFY(tree->topLevelItem(1)->child(0)->text(0) != lastReset);
     }
 
     void connectionStatus_data()
