@@ -204,8 +204,13 @@ LimitPeriod UsageLimitPolicy::watchedPeriod() const
 
 QTime UsageLimitPolicy::lookBackStart(const QDate& today, const QLocale& locale) const
 {
+    LookBack& cached = m_lookBack;
+    if (cached.known && cached.today == today && cached.startTime == settings.startTime && cached.locale == locale)
+        return cached.start;
     const QString text = locale.toString(TimeOfDay::threeMonthsBack(today), QLocale::ShortFormat);
-    return TimeOfDay::later(QTime::fromString(text, QStringLiteral("hh:mm:ss")), settings.startTime);
+    cached = {today, locale, settings.startTime,
+              TimeOfDay::later(QTime::fromString(text, QStringLiteral("hh:mm:ss")), settings.startTime), true};
+    return cached.start;
 }
 
 long double UsageLimitPolicy::fluxUnits(unsigned long long bytes, qint64 factor)

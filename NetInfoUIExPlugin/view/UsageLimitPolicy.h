@@ -108,6 +108,19 @@ public:
     int timeState = 0;
     int timeWarnPercentage = 0;
     int timeWarnBlock = 0;
+
+private:
+    // The look-back start changes with the day, the locale or the start
+    // time only, and working it out means printing and parsing a date.
+    struct LookBack
+    {
+        QDate today;
+        QLocale locale;
+        QTime startTime;
+        QTime start;
+        bool known = false;
+    };
+    mutable LookBack m_lookBack;
 };
 
 } // namespace view
