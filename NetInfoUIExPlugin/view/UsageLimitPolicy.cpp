@@ -98,10 +98,13 @@ LimitBar UsageLimitPolicy::dataBar(long double used, qint64 factor)
     const long double remaining = static_cast<long double>(settings.dataLimit) - used;
     LimitBar bar{0, "NoWarningColor", used * factor,
                  static_cast<long double>(settings.dataLimit * quint64(factor))};
-    if (dataState == 1)
-        bar.state = 1, bar.colorName = "BeforeWarningColor";
-    else if (remaining <= 0)
-        bar.state = 2, bar.colorName = "ReachedWarningColor";
+    if (dataState == 1) {
+        bar.state = 1;
+        bar.colorName = "BeforeWarningColor";
+    } else if (remaining <= 0) {
+        bar.state = 2;
+        bar.colorName = "ReachedWarningColor";
+    }
     return bar;
 }
 
@@ -116,10 +119,13 @@ LimitBar UsageLimitPolicy::timeBar(long double used)
     const long double remaining = static_cast<long double>(limitSeconds) - used;
     LimitBar bar{0, "NoWarningColor", used, static_cast<long double>(limitSeconds)};
     const bool inWarningBlock = timeWarnBlock != 0 && !(remaining > timeWarnBlock);
-    if ((timeState == 1 || inWarningBlock) && remaining > 0)
-        bar.state = 1, bar.colorName = "BeforeWarningColor";
-    else if (remaining <= 0)
-        bar.state = 2, bar.colorName = "ReachedWarningColor";
+    if ((timeState == 1 || inWarningBlock) && remaining > 0) {
+        bar.state = 1;
+        bar.colorName = "BeforeWarningColor";
+    } else if (remaining <= 0) {
+        bar.state = 2;
+        bar.colorName = "ReachedWarningColor";
+    }
     return bar;
 }
 

@@ -84,7 +84,7 @@ private slots:
     {
         TreeRows rows = rowsBuilder();
         StatisticsSnapshot snapshot;
-        snapshot.refresh([](_enNetInfoType type, NetInfoData& data) { return data.ullDownData = type * 10, false; },
+        snapshot.refresh([](_enNetInfoType type, NetInfoData& data) { data.ullDownData = type * 10; return false; },
                          [](QString& text) { text = QStringLiteral("today"); });
         rows.buildStored(snapshot);
         rows.buildLive(snapshot.live, 0);
