@@ -2,7 +2,9 @@
 // with a focus frame.
 #pragma once
 
+#include <QHash>
 #include <QItemDelegate>
+#include <QSize>
 
 class GridDelegateLayout : public QItemDelegate
 {
@@ -11,6 +13,29 @@ public:
     explicit GridDelegateLayout(QObject* parent = nullptr);
     ~GridDelegateLayout() override;
 
+    // A changed row asks for its size again, and measuring means shaping its
+    // text: most of a tick. A single-line row's size depends on its font, its
+    // icon and the shape of its text, not on which digits it shows (digits
+    // share one advance in the fonts a tree uses), so each shape is measured once.
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
 protected:
     void drawFocus(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect) const override;
+
+private:
+    struct SizeKey
+    {
+        QString shape; // the text with every digit as 0
+        size_t font = 0;
+        qint64 icon = 0;
+        QSize decoration;
+        int features = 0;
+        bool operator==(const SizeKey& other) const
+        {
+            return font == other.font && icon == other.icon && decoration == other.decoration
+                   && features == other.features && shape == other.shape;
+        }
+    };
+    friend size_t qHash(const SizeKey& key, size_t seed) { return qHashMulti(seed, key.shape, key.font, key.icon); }
+    mutable QHash<SizeKey, QSize> m_sizes;
 };

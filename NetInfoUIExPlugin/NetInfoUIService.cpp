@@ -9,6 +9,7 @@
 #include "WarnPrompt.h"
 
 #include "Change.h"
+#include "CommonUtils.h"
 #include "HostIds.h"
 #include "IMainFrameUIService.h"
 #include "INotifyService.h"
@@ -87,6 +88,7 @@ int CNetInfoUIService::Init()
         m_pLogic->Init();
         m_pLogic->GetFluxUnitData(m_vecFluxUnits);
         m_pLogic->GetSpeedUnitData(m_vecSpeedUnits);
+        rebuildRows();
         InitFluxData();
         m_bDataVolumeLimit = m_pLogic->IsFunctionEnable(QStringLiteral("DATAVOLUMELIMIT"));
         m_bTimeVolumeLimit = m_pLogic->IsFunctionEnable(QStringLiteral("TIMEVOLUMELIMIT"));
@@ -112,6 +114,16 @@ void CNetInfoUIService::translateCachedLabels()
     m_strTime = tr(QStringLiteral("IDS_TREE_TIME_TRANSFER"));
     m_strUploaded = tr(QStringLiteral("IDS_TREE_UPLOADED_DATA"));
     m_strDownloaded = tr(QStringLiteral("IDS_TREE_DOWNLOADED_DATA"));
+    m_strLastResetCaption = tr(QStringLiteral("IDS_TREE_TIME_LASTRESET"));
+    rebuildRows();
+}
+
+void CNetInfoUIService::rebuildRows()
+{
+    m_rows = view::TreeRows({m_strSpeed, m_strData, m_strTime, m_strUploaded, m_strDownloaded, m_strLastResetCaption},
+                            m_vecSpeedUnits, m_vecFluxUnits, [](unsigned long long value, const QVector<TagUnits>& units) {
+                                return CommonUtils::SpeedFluxToString(value, units, QStringLiteral("NetInfoUIExPlugin"));
+                            });
 }
 
 int CNetInfoUIService::ShowWindow(QWidget* parent, QRect& rect)
@@ -203,9 +215,7 @@ int CNetInfoUIService::Notify(unsigned int msg, unsigned int param1, unsigned in
             m_iConnectState = param1;
             if (connected) {
                 // A new connection may warn about data use again.
-                m_bDataWarnBeforeArmed = true;
-                m_bDataWarnAfterArmed = true;
-                m_bDataWarnBeforeShown = false;
+                m_limits.rearmData();
             }
         }
         m_bConnected = connected;
@@ -404,7 +414,6 @@ void CNetInfoUIService::OnDestroy()
     delete m_pWarnPrompt;
     m_pWarnPrompt = nullptr;
     m_pDataProgress = m_pTimeProgress = nullptr;
-    m_pVolumeBlock = nullptr;
     m_pResetButton = m_pSetLimitButton = nullptr;
     // With "SHOWGRAPH" off the graph never joined the widget tree.
     if (m_pGraph && !m_pGraph->parent())

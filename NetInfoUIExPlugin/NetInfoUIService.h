@@ -5,8 +5,12 @@
 
 #include "ISettingUIPlugin.h"
 #include "NetInfoTypes.h"
+#include "view/StatisticsSnapshot.h"
+#include "view/TreeRows.h"
+#include "view/UsageLimitPolicy.h"
 
 #include <QColor>
+#include <QHash>
 #include <QIcon>
 #include <QObject>
 #include <QRect>
@@ -124,6 +128,13 @@ private:
     void enableScroll();
     QIcon treeIcon(const char* name);
     void showLiveValues(quint64 totalData);
+    void showStoredValues();
+    void showRow(QTreeWidgetItem* item, view::Row row);
+    void showValueIcon(QTreeWidgetItem* item);
+    void rebuildRows();
+    void addPeriodNode(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* uploaded,
+                       QTreeWidgetItem* downloaded, const char* key, const char* icon, const char* labelKey,
+                       const QVector<TagUnits>& zeroUnits);
     void addTransferDirection(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* speedItem,
                               QTreeWidgetItem* dataItem, const char* key, const char* icon, const char* labelKey);
     QString transferLabel();
@@ -145,8 +156,7 @@ private:
     void ShowSpecHistroyTimeVolumeLimit();
     void showDataVolumeLimit(const NetInfoData& record);
     void showTimeVolumeLimit(const NetInfoData& record);
-    void warnAboutData(unsigned int state);
-    void warnAboutTime(unsigned int state);
+    void paintBar(LwProgressBar* bar, const view::LimitBar& state, const QString& text);
     QString limitSetting(const char* key) const;
     NetInfoConfigParse* featureConfig() const;
     QColor progressColor(const QString& name) const;
@@ -203,7 +213,6 @@ private:
     QLabel* m_pTimeVolumeLabel = nullptr;
     QPushButton* m_pResetButton = nullptr;
     QPushButton* m_pSetLimitButton = nullptr;
-    QVBoxLayout* m_pVolumeBlock = nullptr;
     LwProgressBar* m_pDataProgress = nullptr;
     LwProgressBar* m_pTimeProgress = nullptr;
     WarnPrompt* m_pWarnPrompt = nullptr;
@@ -248,73 +257,25 @@ private:
     QString m_strTime;
     QString m_strUploaded;
     QString m_strDownloaded;
-    QString m_strLastReset;
-    QString m_strDuration;
-
-    quint32 m_ulUpSpeed = 0;
-    quint32 m_ulDownSpeed = 0;
-    quint64 m_ullUpData = 0;
-    quint64 m_ullDownData = 0;
-
-    QString m_strDurationText;
-    QString m_strUpSpeedText;
-    QString m_strDownSpeedText;
-    QString m_strDataSentText;
-    QString m_strDataReceivedText;
-    QString m_strTotalDataText;
-
-    // Data warnings: armed once per period, re-armed on (re)connecting.
-    bool m_bDataWarnBeforeArmed = true;
-    bool m_bDataWarnAfterArmed = true;
-    bool m_bDataWarnBeforeShown = false;
+    QString m_strLastResetCaption;
 
     // Whether the product offers each limit at all.
     bool m_bDataVolumeLimit = false;
     bool m_bTimeVolumeLimit = false;
 
-    // The user's limit settings. Time warnings are armed from the file; the
-    // time percentage and block are never set, so time warns only at the limit.
-    bool m_bRecurrence = false;
-    bool m_bDataLimitOn = false;
-    bool m_bTimeLimitOn = false;
-    bool m_bDataWarnBefore = false;
-    bool m_bTimeWarnBefore = false;
-    bool m_bDataWarnAfter = false;
-    bool m_bTimeWarnAfter = false;
-    bool m_bDaily = false;
-    bool m_bWeekly = false;
-    bool m_bMonthly = false;
-    int m_iStartWeekDay = 0;
-    int m_iStartMonthDay = 0;
-    QString m_strStartDate;
-    bool m_bStartInFuture = false;
-    QTime m_startTime;
-    quint64 m_ullDataLimit = 0; // in the flux table's second unit
-    unsigned int m_uWarnPercentage = 0;
-    quint64 m_ullTimeLimit = 0; // hours
-    bool m_bTimeWarnBeforeArmed = false;
-    bool m_bTimeWarnAfterArmed = false;
-    int m_iDataState = 0;
-    int m_iTimeState = 0;
-    int m_iTimeWarnPercentage = 0;
-    int m_iTimeWarnBlock = 0;
     // The page's last announcement, as it sent it.
     int m_iSettingDataVolume = 0;
     int m_iSettingTimeVolume = 0;
     bool m_bSettingWarnBefore = false;
     bool m_bSettingWarnExceeds = false;
 
-    NetInfoData m_dailyData;
-    NetInfoData m_weeklyData;
-    NetInfoData m_specHistoryData;
-    NetInfoData m_monthlyData;
-    NetInfoData m_yearlyData;
-
-    NetInfoData m_dailySnapshot;
-    NetInfoData m_weeklySnapshot;
-    NetInfoData m_monthlySnapshot;
-    NetInfoData m_yearlySnapshot;
-    NetInfoData m_specHistorySnapshot;
+    // Figures, their texts and the limit rules live in widget-free parts;
+    // the widgets only show what those computed.
+    view::StatisticsSnapshot m_snapshot;
+    view::TreeRows m_rows;
+    view::UsageLimitPolicy m_limits;
+    QHash<QString, QIcon> m_icons; // by file name, for the layout direction they were made in
+    Qt::LayoutDirection m_iconDirection = Qt::LeftToRight;
 
     unsigned int m_iConnectState = ~0u;
     bool m_bConnected = false;

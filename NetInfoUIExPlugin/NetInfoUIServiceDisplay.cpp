@@ -6,18 +6,11 @@
 #include "NetInfoUILogic.h"
 #include "TimeOfDay.h"
 
-#include "CommonUtils.h"
-
 #include <QLabel>
 #include <QTreeWidgetItem>
 
 namespace {
 const char kSource[] = "NetInfoUIExPlugin/NetInfoUIService";
-
-QString format(unsigned long long value, const QVector<TagUnits>& units)
-{
-    return CommonUtils::SpeedFluxToString(value, units, QStringLiteral("NetInfoUIExPlugin"));
-}
 
 void setLabel(QLabel* label, const QString& text)
 {
@@ -34,23 +27,18 @@ void CNetInfoUIService::onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, 
         return;
 
     // Values are kept only for the rows that exist, as the re-labelling reads them.
+    view::LiveFigures& live = m_snapshot.live;
     if (m_pUploadSpeedItem)
-        m_ulUpSpeed = static_cast<quint32>(ulUpSpeed);
+        live.upSpeed = static_cast<quint32>(ulUpSpeed);
     if (m_pUploadDataItem)
-        m_ullUpData = ullUpData;
+        live.upData = ullUpData;
     if (m_pDownloadSpeedItem)
-        m_ulDownSpeed = static_cast<quint32>(ulDownSpeed);
+        live.downSpeed = static_cast<quint32>(ulDownSpeed);
     if (m_pDownloadDataItem)
-        m_ullDownData = ullDownData;
+        live.downData = ullDownData;
+    if (m_pTransferTimeItem)
+        m_snapshot.takeDuration(stringTime);
     showLiveValues(quint64(ullUpData) + quint64(ullDownData));
-    if (m_pTransferTimeItem) {
-        // A single blank asks for the labels only; the duration stays.
-        if (stringTime != QLatin1String(" "))
-            m_strDuration = stringTime;
-        m_strDurationText = m_strDuration;
-        m_pTransferTimeItem->setText(0, m_strTime + QLatin1Char(' ') + m_strDuration);
-        setLabel(m_pDurationLabel, m_strDuration);
-    }
     if (m_pGraph && m_pLogic->IsFunctionEnable(QStringLiteral("SHOWGRAPH"))) {
         // Plotted in the first speed unit; a unit without a factor plots zeros.
         double up = 0;
@@ -78,66 +66,65 @@ int CNetInfoUIService::updateStoredStatistics()
         return 23;
     }
 
-    m_pLogic->GetHistrorySpecData(historyKey, m_specHistoryData);
-
-    // Records fetched before a failure keep what they received; only the
-    // texts and snapshots wait for a complete refresh.
-    const bool failed = m_pLogic->GetStatistics(NETINFO_DAILY, m_dailyData)
-                        || m_pLogic->GetStatistics(NETINFO_MONTHLY, m_monthlyData)
-                        || m_pLogic->GetStatistics(NETINFO_YEARLY, m_yearlyData)
-                        || m_pLogic->GetStatistics(NETINFO_WEEKLY, m_weeklyData);
-    if (failed) {
+    m_pLogic->GetHistrorySpecData(historyKey, m_snapshot.record(view::LimitPeriod::LookBack));
+    const bool complete = m_snapshot.refresh(
+        [this](_enNetInfoType type, NetInfoData& data) { return m_pLogic->GetStatistics(type, data); },
+        [this](QString& text) { m_pLogic->GetLastResetTime(text); });
+    if (complete)
+        showStoredValues();
+    else
         NETINFO_TRACE("%s: %s: %s: Not able to get the stats from the Logic", NetInfoLog::now().constData(),
                       kSource, "updateStoredStatistics");
-    } else {
-        m_strLastReset.clear();
-        m_pLogic->GetLastResetTime(m_strLastReset);
-        m_pLastResetItem->setText(0, tr(QStringLiteral("IDS_TREE_TIME_LASTRESET")) + QLatin1Char(' ') + m_strLastReset);
-
-        const QIcon valueIcon = treeIcon("Icon_09");
-        const struct
-        {
-            QTreeWidgetItem* item;
-            const QString& label;
-            unsigned long long value;
-        } rows[] = {
-            {m_pDailyUploadedItem, m_strUploaded, m_dailyData.ullUpData},
-            {m_pDailyDownloadedItem, m_strDownloaded, m_dailyData.ullDownData},
-            {m_pMonthlyUploadedItem, m_strUploaded, m_monthlyData.ullUpData},
-            {m_pMonthlyDownloadedItem, m_strDownloaded, m_monthlyData.ullDownData},
-            {m_pYearlyUploadedItem, m_strUploaded, m_yearlyData.ullUpData},
-            {m_pYearlyDownloadedItem, m_strDownloaded, m_yearlyData.ullDownData},
-        };
-        for (const auto& row : rows) {
-            row.item->setIcon(0, valueIcon);
-            row.item->setText(0, row.label + QLatin1Char(' ') + format(row.value, m_vecFluxUnits));
-        }
-
-        m_dailySnapshot = m_dailyData;
-        m_weeklySnapshot = m_weeklyData;
-        m_monthlySnapshot = m_monthlyData;
-        m_yearlySnapshot = m_yearlyData;
-        m_specHistorySnapshot = m_specHistoryData;
-    }
 
     UpdateNewPeriodTipInfo();
     UpdateTreeItems();
     NETINFO_TRACE("%s: %s: %s: Exit", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
-    return failed ? 23 : 0;
+    return complete ? 0 : 23;
+}
+
+// Setting an equal text or icon still makes the tree lay the row out and
+// shape it again, so only differences reach the items.
+void CNetInfoUIService::showRow(QTreeWidgetItem* item, view::Row row)
+{
+    const QString& text = m_rows.row(row);
+    if (item->text(0) != text)
+        item->setText(0, text);
+}
+
+void CNetInfoUIService::showValueIcon(QTreeWidgetItem* item)
+{
+    const QIcon icon = treeIcon("Icon_09");
+    if (item->icon(0).cacheKey() != icon.cacheKey())
+        item->setIcon(0, icon);
+}
+
+void CNetInfoUIService::showStoredValues()
+{
+    m_rows.buildStored(m_snapshot);
+    showRow(m_pLastResetItem, view::RowLastReset);
+    const struct
+    {
+        QTreeWidgetItem* item;
+        view::Row row;
+    } rows[] = {
+        {m_pDailyUploadedItem, view::RowDailyUploaded},     {m_pDailyDownloadedItem, view::RowDailyDownloaded},
+        {m_pMonthlyUploadedItem, view::RowMonthlyUploaded}, {m_pMonthlyDownloadedItem, view::RowMonthlyDownloaded},
+        {m_pYearlyUploadedItem, view::RowYearlyUploaded},   {m_pYearlyDownloadedItem, view::RowYearlyDownloaded},
+    };
+    for (const auto& row : rows) {
+        showValueIcon(row.item);
+        showRow(row.item, row.row);
+    }
 }
 
 void CNetInfoUIService::updateTransferStrings()
 {
-    const QIcon valueIcon = treeIcon("Icon_09");
     if (m_pTransferNode) {
         m_pTransferNode->setIcon(0, treeIcon("Icon_01"));
         m_pTransferNode->setText(0, transferLabel());
     }
-    if (m_pTransferTimeItem) {
-        m_pTransferTimeItem->setIcon(0, valueIcon);
-        m_pTransferTimeItem->setText(0, m_strTime + QLatin1Char(' ') + m_strDuration);
-        setLabel(m_pDurationLabel, m_strDuration);
-    }
+    if (m_pTransferTimeItem)
+        showValueIcon(m_pTransferTimeItem);
     if (m_pUploadNode) {
         m_pUploadNode->setIcon(0, treeIcon("Icon_02"));
         m_pUploadNode->setText(0, tr(QStringLiteral("IDS_TREE_UPLOAD")));
@@ -150,36 +137,36 @@ void CNetInfoUIService::updateTransferStrings()
     // Unit names are translated too, so the live values are formatted anew.
     for (QTreeWidgetItem* item : {m_pUploadSpeedItem, m_pUploadDataItem, m_pDownloadSpeedItem, m_pDownloadDataItem}) {
         if (item)
-            item->setIcon(0, valueIcon);
+            showValueIcon(item);
     }
-    showLiveValues(m_ullUpData + m_ullDownData);
+    showLiveValues(m_snapshot.live.upData + m_snapshot.live.downData);
 }
 
-// The four live rows and their panel labels, from the kept values.
+// The live rows and their panel labels, from the kept values.
 void CNetInfoUIService::showLiveValues(quint64 totalData)
 {
-    const auto show = [](QTreeWidgetItem* item, const QString& caption, const QString& text, QLabel* label) {
-        item->setText(0, caption + QLatin1Char(' ') + text);
-        setLabel(label, text);
+    m_rows.buildLive(m_snapshot.live, totalData);
+    const struct
+    {
+        QTreeWidgetItem* item;
+        view::Row row;
+        QLabel* label;
+        view::PanelValue value;
+    } rows[] = {
+        {m_pUploadSpeedItem, view::RowUploadSpeed, m_pUpSpeedLabel, view::PanelUpSpeed},
+        {m_pUploadDataItem, view::RowUploadData, m_pDataSentLabel, view::PanelDataSent},
+        {m_pDownloadSpeedItem, view::RowDownloadSpeed, m_pDownSpeedLabel, view::PanelDownSpeed},
+        {m_pDownloadDataItem, view::RowDownloadData, m_pDataReceivedLabel, view::PanelDataReceived},
+        {m_pTransferTimeItem, view::RowTransferTime, m_pDurationLabel, view::PanelDuration},
     };
-    if (m_pUploadSpeedItem) {
-        m_strUpSpeedText = format(m_ulUpSpeed, m_vecSpeedUnits);
-        show(m_pUploadSpeedItem, m_strSpeed, m_strUpSpeedText, m_pUpSpeedLabel);
+    for (const auto& row : rows) {
+        if (!row.item)
+            continue;
+        showRow(row.item, row.row);
+        setLabel(row.label, m_rows.panel(row.value));
     }
-    if (m_pUploadDataItem) {
-        m_strDataSentText = format(m_ullUpData, m_vecFluxUnits);
-        show(m_pUploadDataItem, m_strData, m_strDataSentText, m_pDataSentLabel);
-    }
-    if (m_pDownloadSpeedItem) {
-        m_strDownSpeedText = format(m_ulDownSpeed, m_vecSpeedUnits);
-        show(m_pDownloadSpeedItem, m_strSpeed, m_strDownSpeedText, m_pDownSpeedLabel);
-    }
-    if (m_pDownloadDataItem) {
-        m_strDataReceivedText = format(m_ullDownData, m_vecFluxUnits);
-        show(m_pDownloadDataItem, m_strData, m_strDataReceivedText, m_pDataReceivedLabel);
-        m_strTotalDataText = format(totalData, m_vecFluxUnits);
-        setLabel(m_pTotalDataLabel, m_strTotalDataText);
-    }
+    if (m_pDownloadDataItem)
+        setLabel(m_pTotalDataLabel, m_rows.panel(view::PanelTotalData));
 }
 
 void CNetInfoUIService::updateStatisticsStrings()

@@ -4,7 +4,6 @@
 
 #include "NetInfoLog.h"
 #include "NetInfoSettingUIPlugin.h"
-#include "TimeOfDay.h"
 #include "WarnPrompt.h"
 
 #include <QLocale>
@@ -14,18 +13,6 @@ const char kSource[] = "NetInfoUIExPlugin/NetInfoUIService";
 
 #define NETINFO_ARG_NULL(function) \
     NETINFO_TRACE("Arg is NULL: %s: %s: %s %d", NetInfoLog::now().constData(), kSource, function, __LINE__)
-
-// Switches that stay on unless the file says otherwise.
-bool onUnlessFalse(const QString& value)
-{
-    return value != QLatin1String("false");
-}
-
-// Switches that stay off unless the file says so.
-bool onOnlyIfTrue(const QString& value)
-{
-    return value == QLatin1String("true");
-}
 }
 
 QString CNetInfoUIService::limitSetting(const char* key) const
@@ -51,26 +38,11 @@ void CNetInfoUIService::InitParam()
         NETINFO_ARG_NULL("InitParam");
         return;
     }
-    m_bRecurrence = onUnlessFalse(limitSetting("chkRecurrence"));
-    m_bDataLimitOn = onUnlessFalse(limitSetting("chkVolume"));
-    m_bTimeLimitOn = onUnlessFalse(limitSetting("chkTimeVolume"));
-    m_bDaily = onUnlessFalse(limitSetting("radioDaily"));
-    m_bWeekly = onUnlessFalse(limitSetting("radioWeekly"));
-    m_bMonthly = onUnlessFalse(limitSetting("radioMonthly"));
-    const bool timeBeforeArmed = onUnlessFalse(limitSetting("ShowTimeWarnBefor"));
-    const bool timeAfterArmed = onUnlessFalse(limitSetting("ShowTimeWarnAfter"));
-
-    m_bDataWarnBefore = m_bTimeWarnBefore = onOnlyIfTrue(limitSetting("chkWarnbefore"));
-    m_bDataWarnAfter = m_bTimeWarnAfter = onOnlyIfTrue(limitSetting("chkWarnAfter"));
-
-    m_iStartWeekDay = limitSetting("startweekdate").toInt();
-    m_iStartMonthDay = limitSetting("startmonthdate").toInt();
-
+    const auto read = [this](const char* key) { return limitSetting(key); };
+    m_limits.loadSwitches(read);
     InitDate();
     InitDataTimeVolLimit();
-
-    m_bTimeWarnBeforeArmed = timeBeforeArmed;
-    m_bTimeWarnAfterArmed = timeAfterArmed;
+    m_limits.armTimeWarningsFromStore(read);
 }
 
 void CNetInfoUIService::InitDate()
@@ -79,21 +51,8 @@ void CNetInfoUIService::InitDate()
         NETINFO_ARG_NULL("InitDate");
         return;
     }
-    m_strStartDate = limitSetting("startdate");
-    if (m_strStartDate.isEmpty()) {
-        m_bStartInFuture = false;
-        m_startTime = QTime();
-        return;
-    }
-    const QDate startDate = QDate::fromString(m_strStartDate, QStringLiteral("yyyy-MM-dd"));
-    if (!startDate.isValid())
+    if (!m_limits.loadStartDate(limitSetting("startdate"), QDate::currentDate()))
         NETINFO_TRACE("%s: %s: %s: QDate Invalid", NetInfoLog::now().constData(), kSource, "InitDate");
-    // An invalid date has no day number; Qt 4 compared it as day 0.
-    const qint64 startDay = startDate.isValid() ? startDate.toJulianDay() : 0;
-    m_bStartInFuture = startDay > QDate::currentDate().toJulianDay();
-    // A date read with a time format: never a valid time, so the start time
-    // only acts as a floor of the look-back.
-    m_startTime = QTime::fromString(m_strStartDate, QStringLiteral("hh:mm:ss"));
 }
 
 void CNetInfoUIService::InitDataTimeVolLimit()
@@ -102,88 +61,52 @@ void CNetInfoUIService::InitDataTimeVolLimit()
         NETINFO_ARG_NULL("InitDataTimeVolLimit");
         return;
     }
-    if (m_bDataVolumeLimit) {
-        // Read as a 32-bit signed number and widened without its sign.
-        m_ullDataLimit = quint64(quint32(limitSetting("SizeVolume").toInt(nullptr, 10)));
-        m_uWarnPercentage = limitSetting("WarnBeforPercentage").toUInt(nullptr, 10);
-    }
-    if (m_bTimeVolumeLimit)
-        m_ullTimeLimit = quint64(quint32(limitSetting("SizeTimeVolume").toInt(nullptr, 10)));
+    m_limits.loadLimits([this](const char* key) { return limitSetting(key); }, m_bDataVolumeLimit, m_bTimeVolumeLimit);
 }
 
 unsigned int CNetInfoUIService::OperationPersent(long double used)
 {
-    if (m_uWarnPercentage == 0 || m_ullDataLimit == 0)
-        return 0;
-    const long double ratio = used / static_cast<long double>(m_ullDataLimit);
-    const long double threshold = static_cast<long double>(m_uWarnPercentage) / 100;
-    if (ratio >= threshold && ratio < 1.0L)
-        return 1;
-    if (ratio < threshold) {
-        // Back under the threshold (say, after a larger limit): warn again.
-        m_bDataWarnBeforeShown = false;
-        m_bDataWarnAfterArmed = true;
-        m_bDataWarnBeforeArmed = true;
-    }
-    return 0;
+    return m_limits.dataShare(used);
 }
 
 unsigned int CNetInfoUIService::TimeOperationPersent(long double used, unsigned long long limit)
 {
-    // Neither input is ever set, so time has no early warning.
-    if (m_iTimeWarnPercentage == 0 || m_iTimeWarnBlock != 0)
-        return 0;
-    const long double ratio = used / static_cast<long double>(limit);
-    const long double threshold = static_cast<long double>(m_iTimeWarnPercentage) / 100;
-    return ratio >= threshold ? 1 : 0;
+    return m_limits.timeShare(used, limit);
 }
 
 void CNetInfoUIService::UpdateNewPeriodTipInfo()
 {
-    if (!m_bRecurrence)
-        return;
-    // Weekly and monthly periods watch the next longer record.
-    if (m_bDaily)
-        UpdatePeriodFields(m_dailyData, m_dailySnapshot);
-    else if (m_bWeekly)
-        UpdatePeriodFields(m_monthlyData, m_monthlySnapshot);
-    else
-        UpdatePeriodFields(m_yearlyData, m_yearlySnapshot);
+    const view::LimitPeriod period = m_limits.watchedPeriod();
+    if (period != view::LimitPeriod::LookBack)
+        UpdatePeriodFields(m_snapshot.record(period), m_snapshot.kept(period));
 }
 
 void CNetInfoUIService::UpdatePeriodFields(NetInfoData oldRecord, NetInfoData newRecord)
 {
-    const bool newPeriod = qint64(newRecord.ullDuration) > qint64(oldRecord.ullDuration);
-    if (!newPeriod)
-        return;
-    if (m_bTimeWarnBefore && m_bDataWarnBefore) {
-        m_bTimeWarnBeforeArmed = true;
-        m_bDataWarnBeforeShown = false;
-        m_bDataWarnBeforeArmed = true;
-    }
-    if (m_bTimeWarnAfter && m_bDataWarnAfter) {
-        m_bTimeWarnAfterArmed = true;
-        m_bDataWarnAfterArmed = true;
-    }
+    m_limits.newPeriod(oldRecord.ullDuration, newRecord.ullDuration);
 }
 
 QTime CNetInfoUIService::GetBeforeNowThreeMonthlyTime()
 {
-    const QDate back = TimeOfDay::threeMonthsBack(QDate::currentDate());
-    const QString text = QLocale::system().toString(back, QLocale::ShortFormat);
-    return TimeOfDay::later(QTime::fromString(text, QStringLiteral("hh:mm:ss")), m_startTime);
+    return m_limits.lookBackStart(QDate::currentDate(), QLocale::system());
 }
 
 void CNetInfoUIService::UpdateTreeItems()
 {
-    if (!m_bRecurrence)
+    switch (m_limits.shownPeriod()) {
+    case view::LimitPeriod::LookBack:
         ShowSpecHistroy();
-    else if (m_bDaily)
+        break;
+    case view::LimitPeriod::Daily:
         ShowDaily();
-    else if (m_bWeekly)
+        break;
+    case view::LimitPeriod::Weekly:
         ShowWeekly();
-    else
+        break;
+    default:
         ShowMonthly();
+        break;
+    }
 }
 
 void CNetInfoUIService::ShowDaily()
@@ -217,17 +140,17 @@ void CNetInfoUIService::showPeriod(void (CNetInfoUIService::*data)(), void (CNet
 
 void CNetInfoUIService::ShowDailyDataVolumeLimit()
 {
-    showDataVolumeLimit(m_dailyData);
+    showDataVolumeLimit(m_snapshot.record(view::LimitPeriod::Daily));
 }
 
 void CNetInfoUIService::ShowWeeklyDataVolumeLimit()
 {
-    showDataVolumeLimit(m_weeklyData);
+    showDataVolumeLimit(m_snapshot.record(view::LimitPeriod::Weekly));
 }
 
 void CNetInfoUIService::ShowMonthlyDataVolumeLimit()
 {
-    showDataVolumeLimit(m_monthlyData);
+    showDataVolumeLimit(m_snapshot.record(view::LimitPeriod::Monthly));
 }
 
 void CNetInfoUIService::ShowSpecHistroyDataVolumeLimit()
@@ -237,38 +160,48 @@ void CNetInfoUIService::ShowSpecHistroyDataVolumeLimit()
         NETINFO_ARG_NULL("ShowSpecHistroyDataVolumeLimit");
         return;
     }
-    showDataVolumeLimit(m_specHistoryData);
+    showDataVolumeLimit(m_snapshot.record(view::LimitPeriod::LookBack));
 }
 
 void CNetInfoUIService::ShowDailyTimeVolumeLimit()
 {
-    showTimeVolumeLimit(m_dailyData);
+    showTimeVolumeLimit(m_snapshot.record(view::LimitPeriod::Daily));
 }
 
 void CNetInfoUIService::ShowWeeklyTimeVolumeLimit()
 {
-    showTimeVolumeLimit(m_weeklyData);
+    showTimeVolumeLimit(m_snapshot.record(view::LimitPeriod::Weekly));
 }
 
 void CNetInfoUIService::ShowMonthlyTimeVolumeLimit()
 {
-    showTimeVolumeLimit(m_monthlyData);
+    showTimeVolumeLimit(m_snapshot.record(view::LimitPeriod::Monthly));
 }
 
 void CNetInfoUIService::ShowSpecHistroyTimeVolumeLimit()
 {
-    showTimeVolumeLimit(m_specHistoryData);
+    showTimeVolumeLimit(m_snapshot.record(view::LimitPeriod::LookBack));
 }
 
 void CNetInfoUIService::showDataVolumeLimit(const NetInfoData& record)
 {
-    long double used = 0;
-    if (m_vecFluxUnits.size() >= 2 && m_vecFluxUnits.at(1).iValue != 0)
-        used = static_cast<long double>(record.ullUpData + record.ullDownData) / m_vecFluxUnits.at(1).iValue;
-    warnAboutData(ShowDataColorPrompt(used));
+    const qint64 factor = m_vecFluxUnits.size() >= 2 ? m_vecFluxUnits.at(1).iValue : 0;
+    const unsigned int state = ShowDataColorPrompt(view::UsageLimitPolicy::fluxUnits(record.ullUpData + record.ullDownData, factor));
+    if (!m_pMainWidget) {
+        NETINFO_ARG_NULL("showDataVolumeLimit");
+        return;
+    }
+    if (const char* key = m_limits.dataWarning(state))
+        setShowWarnDlg(m_pMainWidget, tr(QLatin1String(key)));
 }
 
 void CNetInfoUIService::showTimeVolumeLimit(const NetInfoData& record)
 {
-    warnAboutTime(ShowTimeColorPrompt(static_cast<long double>(record.ullDuration)));
+    const unsigned int state = ShowTimeColorPrompt(static_cast<long double>(record.ullDuration));
+    if (!m_pMainWidget) {
+        NETINFO_ARG_NULL("showTimeVolumeLimit");
+        return;
+    }
+    if (const char* key = m_limits.timeWarning(state))
+        setShowWarnDlg(m_pMainWidget, tr(QLatin1String(key)));
 }

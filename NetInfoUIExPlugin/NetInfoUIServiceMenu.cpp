@@ -108,9 +108,7 @@ void CNetInfoUIService::onResetButtonClicked()
     updateStoredStatistics();
     // Fresh counts may warn about data use again. The live figures stay:
     // they belong to the current connection.
-    m_bDataWarnBeforeShown = false;
-    m_bDataWarnAfterArmed = true;
-    m_bDataWarnBeforeArmed = true;
+    m_limits.rearmData();
 }
 
 void CNetInfoUIService::createGraphWidget()

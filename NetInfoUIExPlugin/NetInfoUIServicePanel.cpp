@@ -70,7 +70,6 @@ void CNetInfoUIService::createVolumeLimitWidget()
     connect(m_pSetLimitButton, &QPushButton::clicked, this, &CNetInfoUIService::onSetLimitButtonClicked);
     m_pLimitRowLayout->addWidget(m_pResetButton);
     m_pLimitRowLayout->addWidget(m_pSetLimitButton);
-    m_pLimitRowLayout->addStretch();
     m_pLimitRowLayout->setSpacing(10);
 
     addDataVolumeWidget();
@@ -78,7 +77,6 @@ void CNetInfoUIService::createVolumeLimitWidget()
         addNoteInTree();
     m_pLimitArea->setFixedHeight(183);
 
-    m_pLimitLayout->addLayout(m_pVolumeBlock, 1);
     m_pLimitLayout->addWidget(m_pLimitMsgLabel);
     m_pLimitLayout->addWidget(m_pLimitRow);
     m_pLeftLayout->addWidget(m_pLimitArea);
@@ -106,13 +104,10 @@ void CNetInfoUIService::addDataVolumeWidget()
     m_pDataVolumeLabel->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     m_pTimeVolumeLabel->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
 
-    // The block takes the panel's spare height; the bars keep to its top.
-    m_pVolumeBlock = new QVBoxLayout;
-    m_pVolumeBlock->addWidget(m_pDataVolumeLabel);
-    m_pVolumeBlock->addWidget(m_pDataProgress);
-    m_pVolumeBlock->addWidget(m_pTimeVolumeLabel);
-    m_pVolumeBlock->addWidget(m_pTimeProgress);
-    m_pVolumeBlock->addStretch(1);
+    m_pLimitLayout->addWidget(m_pDataVolumeLabel);
+    m_pLimitLayout->addWidget(m_pDataProgress);
+    m_pLimitLayout->addWidget(m_pTimeVolumeLabel);
+    m_pLimitLayout->addWidget(m_pTimeProgress);
 }
 
 void CNetInfoUIService::updateDataVolumeStrings()
@@ -144,16 +139,14 @@ void CNetInfoUIService::onSetLimitButtonClicked()
 
 void CNetInfoUIService::onNetInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds)
 {
-    m_ullDataLimit = static_cast<quint64>(static_cast<qint64>(dataVolume));
+    m_limits.settings.dataLimit = static_cast<quint64>(static_cast<qint64>(dataVolume));
     m_iSettingDataVolume = dataVolume;
     m_iSettingTimeVolume = timeVolume;
     m_bSettingWarnBefore = warnBefore;
     m_bSettingWarnExceeds = warnExceeds;
 
     // New limits deserve fresh warnings.
-    m_bDataWarnBeforeArmed = true;
-    m_bDataWarnAfterArmed = true;
-    m_bDataWarnBeforeShown = false;
+    m_limits.rearmData();
 
     InitParam();
     updateStoredStatistics();

@@ -9,6 +9,7 @@
 #include "CommonUtils.h"
 
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -27,10 +28,20 @@ void logMissing(const char* function, const char* what)
 }
 }
 
+// Each icon is read once per layout direction: re-reading it on every tick
+// would also hand the items a new icon each time.
 QIcon CNetInfoUIService::treeIcon(const char* name)
 {
-    return setIcon(CommonUtils::GetPluginLibraryPath() + QStringLiteral("/plugins/NetInfoUIExPlugin/")
-                   + QLatin1String(name));
+    if (QGuiApplication::layoutDirection() != m_iconDirection) {
+        m_icons.clear();
+        m_iconDirection = QGuiApplication::layoutDirection();
+    }
+    const QString key = QLatin1String(name);
+    auto it = m_icons.constFind(key);
+    if (it == m_icons.constEnd())
+        it = m_icons.insert(key, setIcon(CommonUtils::GetPluginLibraryPath()
+                                         + QStringLiteral("/plugins/NetInfoUIExPlugin/") + key));
+    return *it;
 }
 
 QString CNetInfoUIService::transferLabel()
@@ -133,8 +144,8 @@ void CNetInfoUIService::createStatisticsWidget()
     if (m_pLogic->IsFunctionEnable(QStringLiteral("TRANSFERTIME"))) {
         m_pTransferNode->addChild(m_pTransferTimeItem);
         m_pTransferTimeItem->setIcon(0, treeIcon("Icon_09"));
-        m_strDuration = QStringLiteral("00:00:00");
-        m_pTransferTimeItem->setText(0, m_strTime + QLatin1Char(' ') + m_strDuration);
+        m_snapshot.live.duration = QStringLiteral("00:00:00");
+        m_pTransferTimeItem->setText(0, m_strTime + QLatin1Char(' ') + m_snapshot.live.duration);
     }
 
     addUpLoadWidgetStatisticsWidget();
@@ -208,27 +219,17 @@ void CNetInfoUIService::addStatisticsNodeComponets()
     m_pStatisticsNode->setText(0, tr(QStringLiteral("IDS_TREE_STATISTICS")));
 
     if (m_pLogic->IsFunctionEnable(QStringLiteral("SHOWRESETSTATISTICS"))) {
-        m_strLastReset.clear();
-        m_pLogic->GetLastResetTime(m_strLastReset);
+        m_snapshot.lastReset.clear();
+        m_pLogic->GetLastResetTime(m_snapshot.lastReset);
         m_pLastResetItem->setIcon(0, treeIcon("Icon_09"));
-        m_pLastResetItem->setText(0, tr(QStringLiteral("IDS_TREE_TIME_LASTRESET")) + QLatin1Char(' ') + m_strLastReset);
+        m_pLastResetItem->setText(0, m_strLastResetCaption + QLatin1Char(' ') + m_snapshot.lastReset);
     } else {
         m_pLastResetItem->setHidden(true);
     }
 
-    if (m_pLogic->IsFunctionEnable(QStringLiteral("STATISTICSDAILY"))) {
-        m_pDailyNode->setIcon(0, treeIcon("Icon_06"));
-        m_pDailyNode->setText(0, tr(QStringLiteral("IDS_TREE_DAILY")));
-        m_pDailyNode->setExpanded(true);
-        // The speed table here is deliberate; the first refresh replaces it.
-        m_pDailyUploadedItem->setIcon(0, treeIcon("Icon_09"));
-        m_pDailyUploadedItem->setText(0, m_strUploaded + QLatin1Char(' ') + zeroValue(m_vecSpeedUnits));
-        m_pDailyDownloadedItem->setIcon(0, treeIcon("Icon_09"));
-        m_pDailyDownloadedItem->setText(0, m_strDownloaded + QLatin1Char(' ') + zeroValue(m_vecSpeedUnits));
-    } else {
-        m_pDailyNode->setHidden(true);
-    }
-
+    // The speed table here is deliberate; the first refresh replaces it.
+    addPeriodNode("addStatisticsNodeComponets", m_pDailyNode, m_pDailyUploadedItem, m_pDailyDownloadedItem,
+                  "STATISTICSDAILY", "Icon_06", "IDS_TREE_DAILY", m_vecSpeedUnits);
     addStatisticsMonthlyNode();
     addStatisticsYearlyNode();
 
@@ -242,21 +243,8 @@ void CNetInfoUIService::addStatisticsMonthlyNode()
     m_pMonthlyNode = new QTreeWidgetItem(m_pStatisticsNode);
     m_pMonthlyUploadedItem = new QTreeWidgetItem(m_pMonthlyNode);
     m_pMonthlyDownloadedItem = new QTreeWidgetItem(m_pMonthlyNode);
-    if (!m_pMonthlyNode || !m_pMonthlyUploadedItem || !m_pMonthlyDownloadedItem || !m_pLogic) {
-        logMissing("addStatisticsMonthlyNode", "InVal Args");
-        return;
-    }
-    if (!m_pLogic->IsFunctionEnable(QStringLiteral("STATISTICSMONTHLY"))) {
-        m_pMonthlyNode->setHidden(true);
-        return;
-    }
-    m_pMonthlyNode->setIcon(0, treeIcon("Icon_07"));
-    m_pMonthlyNode->setText(0, tr(QStringLiteral("IDS_TREE_MONTHLY")));
-    m_pMonthlyNode->setExpanded(true);
-    m_pMonthlyUploadedItem->setIcon(0, treeIcon("Icon_09"));
-    m_pMonthlyUploadedItem->setText(0, m_strUploaded + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
-    m_pMonthlyDownloadedItem->setIcon(0, treeIcon("Icon_09"));
-    m_pMonthlyDownloadedItem->setText(0, m_strDownloaded + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
+    addPeriodNode("addStatisticsMonthlyNode", m_pMonthlyNode, m_pMonthlyUploadedItem, m_pMonthlyDownloadedItem,
+                  "STATISTICSMONTHLY", "Icon_07", "IDS_TREE_MONTHLY", m_vecFluxUnits);
 }
 
 void CNetInfoUIService::addStatisticsYearlyNode()
@@ -264,21 +252,31 @@ void CNetInfoUIService::addStatisticsYearlyNode()
     m_pYearlyNode = new QTreeWidgetItem(m_pStatisticsNode);
     m_pYearlyUploadedItem = new QTreeWidgetItem(m_pYearlyNode);
     m_pYearlyDownloadedItem = new QTreeWidgetItem(m_pYearlyNode);
-    if (!m_pYearlyNode || !m_pYearlyUploadedItem || !m_pYearlyDownloadedItem || !m_pLogic) {
-        logMissing("addStatisticsYearlyNode", "InVal Args");
+    addPeriodNode("addStatisticsYearlyNode", m_pYearlyNode, m_pYearlyUploadedItem, m_pYearlyDownloadedItem,
+                  "STATISTICSYEARLY", "Icon_08", "IDS_TREE_YEARLY", m_vecFluxUnits);
+}
+
+// Today, month and year are alike: a node with an uploaded and a downloaded
+// row, hidden (but built, and refreshed) when its switch is off.
+void CNetInfoUIService::addPeriodNode(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* uploaded,
+                                      QTreeWidgetItem* downloaded, const char* key, const char* icon,
+                                      const char* labelKey, const QVector<TagUnits>& zeroUnits)
+{
+    if (!node || !uploaded || !downloaded || !m_pLogic) {
+        logMissing(function, "InVal Args");
         return;
     }
-    if (!m_pLogic->IsFunctionEnable(QStringLiteral("STATISTICSYEARLY"))) {
-        m_pYearlyNode->setHidden(true);
+    if (!m_pLogic->IsFunctionEnable(QLatin1String(key))) {
+        node->setHidden(true);
         return;
     }
-    m_pYearlyNode->setIcon(0, treeIcon("Icon_08"));
-    m_pYearlyNode->setText(0, tr(QStringLiteral("IDS_TREE_YEARLY")));
-    m_pYearlyNode->setExpanded(true);
-    m_pYearlyUploadedItem->setIcon(0, treeIcon("Icon_09"));
-    m_pYearlyUploadedItem->setText(0, m_strUploaded + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
-    m_pYearlyDownloadedItem->setIcon(0, treeIcon("Icon_09"));
-    m_pYearlyDownloadedItem->setText(0, m_strDownloaded + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
+    node->setIcon(0, treeIcon(icon));
+    node->setText(0, tr(QLatin1String(labelKey)));
+    node->setExpanded(true);
+    uploaded->setIcon(0, treeIcon("Icon_09"));
+    uploaded->setText(0, m_strUploaded + QLatin1Char(' ') + zeroValue(zeroUnits));
+    downloaded->setIcon(0, treeIcon("Icon_09"));
+    downloaded->setText(0, m_strDownloaded + QLatin1Char(' ') + zeroValue(zeroUnits));
 }
 
 void CNetInfoUIService::addNoteInTree()

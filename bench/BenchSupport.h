@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTextStream>
 
 #include <algorithm>
 #include <chrono>
@@ -47,4 +48,38 @@ double medianMicroseconds(int runs, Work&& work)
     }
     std::nth_element(samples.begin(), samples.begin() + samples.size() / 2, samples.end());
     return samples[samples.size() / 2];
+}
+
+// Median and 90th percentile of samples in microseconds.
+struct BenchTiming
+{
+    double median = 0;
+    double p90 = 0;
+};
+
+inline BenchTiming benchTiming(std::vector<double> samples)
+{
+    if (samples.empty())
+        return {};
+    const auto at = [&samples](double share) {
+        const size_t index = std::min(samples.size() - 1, size_t(share * samples.size()));
+        std::nth_element(samples.begin(), samples.begin() + index, samples.end());
+        return samples[index];
+    };
+    return {at(0.5), at(0.9)};
+}
+
+// The one line every benchmark ends with; the ratio sets the median against
+// the bare work measured in the same run.
+inline void printBenchLine(const QString& name, const BenchTiming& timing, double floor)
+{
+    QTextStream(stdout) << name << ": median " << QString::number(timing.median, 'f', 1) << " us, p90 "
+                        << QString::number(timing.p90, 'f', 1) << " us, floor " << QString::number(floor, 'f', 1)
+                        << " us, ratio " << QString::number(floor > 0 ? timing.median / floor : 0, 'f', 2) << '\n';
+}
+
+// Microseconds since `start`.
+inline double elapsedMicroseconds(std::chrono::steady_clock::time_point start)
+{
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
 }

@@ -117,23 +117,9 @@ private slots:
         QTest::newRow("early warning once, then the limit once")
             << Limits{} << QStringList{"85", "90", "99", "100", "120"}
             << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNAFTER", ""};
-        QTest::newRow("only the early warning: a jump past the limit still warns once")
-            << Limits{{"chkWarnAfter", "false"}} << QStringList{"50", "120", "130"}
-            << QStringList{"", "IDS_BOX_WARNBEFORE", ""};
         QTest::newRow("a new connection re-arms")
             << Limits{} << QStringList{"85", "86", "connect", "87"}
             << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("falling back under the percentage re-arms")
-            << Limits{} << QStringList{"85", "10", "85"}
-            << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("re-armed early warning only: a later jump past the limit warns again")
-            << Limits{{"chkWarnAfter", "false"}} << QStringList{"85", "10", "120"}
-            << QStringList{"IDS_BOX_WARNBEFORE", "", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("data limit off never warns")
-            << Limits{{"chkVolume", "false"}} << QStringList{"85", "150"} << QStringList{"", ""};
-        QTest::newRow("empty warning switches read as off")
-            << Limits{{"chkWarnbefore", ""}, {"chkWarnAfter", ""}}
-            << QStringList{"85", "150"} << QStringList{"", ""};
         QTest::newRow("time limit reached warns once")
             << Limits{{"chkVolume", "false"}, {"chkTimeVolume", "true"}, {"SizeTimeVolume", "1"}}
             << QStringList{"time 3599", "time 3600", "time 4000"}
@@ -160,8 +146,8 @@ private slots:
         QCOMPARE(seen, shown);
     }
 
-    // A bar after a tick: colour, text, value and maximum (bytes for data,
-    // seconds for time; the limit itself when off).
+    // A bar after a tick: the configured colour, the formatted text, value
+    // and maximum (bytes for data, seconds for time).
     void bars_data()
     {
         QTest::addColumn<Limits>("limits");
@@ -172,28 +158,13 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("maximum");
-        const QColor none(76, 175, 80), before(255, 167, 38), reached(229, 57, 53);
+        const QColor none(76, 175, 80), before(255, 167, 38);
         const Limits time{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "20"}};
         const qint64 hour = 3600;
-        QTest::newRow("data: normal") << Limits{} << 10.0 << 0ll << "Datavolume" << none << "10.00 IDS_UNIT_MB"
-                                      << 10.0 * MB << 100.0 * MB;
         QTest::newRow("data: warning band") << Limits{} << 80.0 << 0ll << "Datavolume" << before
                                             << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
-        QTest::newRow("data: reached") << Limits{} << 100.0 << 0ll << "Datavolume" << reached << "100.00 IDS_UNIT_MB"
-                                       << 100.0 * MB << 100.0 * MB;
-        QTest::newRow("data: empty limit switch reads as on") << Limits{{"chkVolume", ""}} << 80.0 << 0ll
-            << "Datavolume" << before << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
-        QTest::newRow("data: limit off, full in the normal colour") << Limits{{"chkVolume", "false"}} << 150.0 << 0ll
-            << "Datavolume" << none << "150.00 IDS_UNIT_MB" << 100.0 << 100.0;
         QTest::newRow("time: under the limit") << time << 0.0 << 46860ll << "Volume" << none << "13:01 IDS_UNIT_HOURS"
                                                << 46860.0 << 20.0 * hour;
-        QTest::newRow("time: at the limit") << time << 0.0 << 20 * hour << "Volume" << reached << "20:00 IDS_UNIT_HOURS"
-                                            << 20.0 * hour << 20.0 * hour;
-        QTest::newRow("time: a day and more wraps the clock")
-            << Limits{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "30"}} << 0.0 << 25 * hour << "Volume" << none << "1:00 IDS_UNIT_HOURS" << 25.0 * hour << 30.0 * hour;
-        QTest::newRow("time: limit off, full at the stored hours")
-            << Limits{{"chkTimeVolume", "false"}, {"SizeTimeVolume", "20"}} << 0.0 << 50ll << "Volume" << none
-            << "0:00 IDS_UNIT_HOURS" << 20.0 << 20.0;
     }
 
     void bars()
@@ -210,28 +181,6 @@ private slots:
         QTEST(shown->text(), "text");
         QTEST(double(shown->value()), "value");
         QTEST(double(shown->maximum()), "maximum");
-    }
-
-    void operationPersent_data()
-    {
-        QTest::addColumn<QString>("percentage");
-        QTest::addColumn<double>("used");
-        QTest::addColumn<uint>("state");
-        QTest::newRow("at the percentage") << "80" << 80.0 << 1u;
-        QTest::newRow("just under it") << "80" << 79.99 << 0u;
-        QTest::newRow("just under the limit") << "80" << 99.99 << 1u;
-        QTest::newRow("at the limit") << "80" << 100.0 << 0u;
-        QTest::newRow("past the limit") << "80" << 150.0 << 0u;
-        QTest::newRow("percentage 0") << "0" << 90.0 << 0u;
-        QTest::newRow("non-numeric percentage") << "eighty" << 90.0 << 0u;
-    }
-
-    void operationPersent()
-    {
-        QFETCH(QString, percentage);
-        QFETCH(double, used);
-        QVERIFY(setUp({{"WarnBeforPercentage", percentage}}));
-        QTEST(m_view->OperationPersent(used), "state");
     }
 
     // Colours come from the feature file by name: the last entry of a name
