@@ -1,0 +1,180 @@
+// MeteredLinks against a stand-in NetworkManager on a private bus: what it
+// lists at first, and how it follows NetworkManager's signals.
+#include "MeteredLinks.h"
+#include "PrivateBus.h"
+#include "StandInNetworkManager.h"
+
+#include <QDBusConnectionInterface>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString kService = QStringLiteral("org.freedesktop.NetworkManager");
+const QString kManagerPath = QStringLiteral("/org/freedesktop/NetworkManager");
+const QString kDeviceInterface = QStringLiteral("org.freedesktop.NetworkManager.Device");
+const QString kStandInName = QStringLiteral("netinfo-standin");
+const QString kDevices = QStringLiteral("/org/freedesktop/NetworkManager/Devices/");
+const QString kActive = QStringLiteral("/org/freedesktop/NetworkManager/ActiveConnection/");
+
+// "interface/connection/m" (metered) or ".../-", sorted: easy to compare and read.
+QStringList describe(const QList<velt::LinkInfo>& links)
+{
+    QStringList out;
+    for (const velt::LinkInfo& link : links)
+        out << link.interfaceName + '/' + link.connection + '/' + (link.metered ? "m" : "-");
+    out.sort();
+    return out;
+}
+
+} // namespace
+
+class TestMeteredLinks : public QObject
+{
+    Q_OBJECT
+    std::unique_ptr<PrivateBus> m_bus;
+    StandInManager m_manager;
+    StandInDevice m_modem, m_eth, m_wlan;
+    StandInActive m_mobile, m_wired, m_home;
+
+    QDBusConnection standIn() const { return QDBusConnection(kStandInName); }
+    QString activationMarker() const { return m_bus->servicesDir() + QStringLiteral("/activated"); }
+    bool announce(const QString& path, const QVariantMap& changed)
+    {
+        return announceChanged(standIn(), path, kDeviceInterface, changed);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        if (PrivateBus::daemonPath().isEmpty())
+            QSKIP("dbus-daemon is not installed (Debian package dbus-daemon); the D-Bus path is not tested");
+        m_bus = std::make_unique<PrivateBus>();
+        QString error;
+        QVERIFY2(m_bus->start(error), qPrintable(error));
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus->address().toUtf8());
+        QVERIFY2(QDBusConnection::systemBus().isConnected(),
+                 qPrintable(QDBusConnection::systemBus().lastError().message()));
+        // A stopped NetworkManager that could be started on demand must stay stopped.
+        QFile service(m_bus->servicesDir() + QStringLiteral("/org.freedesktop.NetworkManager.service"));
+        QVERIFY(service.open(QIODevice::WriteOnly));
+        service.write(QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n")
+                          .arg(kService, QStandardPaths::findExecutable("touch"), activationMarker())
+                          .toUtf8());
+        service.close();
+
+        QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), kStandInName);
+        QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
+        const auto exported = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals
+                              | QDBusConnection::ExportAllProperties;
+        QVERIFY(bus.registerObject(kManagerPath, &m_manager, exported));
+        QVERIFY(bus.registerObject(kDevices + "1", &m_modem, exported));
+        QVERIFY(bus.registerObject(kDevices + "2", &m_eth, exported));
+        QVERIFY(bus.registerObject(kDevices + "3", &m_wlan, exported));
+        QVERIFY(bus.registerObject(kActive + "1", &m_mobile, exported));
+        QVERIFY(bus.registerObject(kActive + "2", &m_wired, exported));
+        QVERIFY(bus.registerObject(kActive + "3", &m_home, exported));
+    }
+
+    void init()
+    {
+        // A modem: control device cdc-wdm0, traffic on wwan0.
+        m_modem.interfaceName = "cdc-wdm0";
+        m_modem.ipInterface = "wwan0";
+        m_modem.activeConnection = QDBusObjectPath(kActive + "1");
+        m_modem.metered = 1;
+        m_eth.interfaceName = "eth0";
+        m_eth.activeConnection = QDBusObjectPath(kActive + "2");
+        m_eth.metered = 4;
+        m_wlan.interfaceName = "wlan0";
+        m_wlan.activeConnection = QDBusObjectPath("/");
+        m_wlan.metered = 3;
+        m_mobile.id = "Mobile";
+        m_wired.id = "Wired";
+        m_home.id = "Home";
+        m_manager.devices = {QDBusObjectPath(kDevices + "1"), QDBusObjectPath(kDevices + "2"),
+                             QDBusObjectPath(kDevices + "3")};
+        if (!standIn().interface()->isServiceRegistered(kService))
+            QVERIFY(standIn().registerService(kService));
+    }
+
+    void cleanupTestCase()
+    {
+        QDBusConnection::disconnectFromBus(kStandInName);
+        m_bus.reset();
+    }
+
+    void follows_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QStringList>("expected");
+        const QStringList both{"eth0/Wired/-", "wwan0/Mobile/m"};
+        QTest::newRow("as found") << "" << both;
+        QTest::newRow("guess-yes counts as metered") << "eth guess-yes" << QStringList{"eth0/Wired/m", "wwan0/Mobile/m"};
+        QTest::newRow("no longer metered") << "modem no" << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
+        QTest::newRow("unknown is not metered") << "modem unknown" << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
+        QTest::newRow("deactivated") << "modem down" << QStringList{"eth0/Wired/-"};
+        QTest::newRow("activated") << "wlan up" << QStringList{"eth0/Wired/-", "wlan0/Home/m", "wwan0/Mobile/m"};
+        QTest::newRow("connection renamed") << "rename" << QStringList{"eth0/Wired/-", "wwan0/Roaming/m"};
+        QTest::newRow("device removed") << "remove eth" << QStringList{"wwan0/Mobile/m"};
+        QTest::newRow("NetworkManager stops") << "stop" << QStringList{};
+        QTest::newRow("NetworkManager starts later") << "start late" << both;
+    }
+
+    void follows()
+    {
+        QFETCH(QString, change);
+        QFETCH(QStringList, expected);
+        if (change == "start late")
+            QVERIFY(standIn().unregisterService(kService));
+        MeteredLinks links;
+        if (change == "start late") {
+            QTest::qWait(200);
+            QCOMPARE(links.snapshot().size(), 0);
+            QVERIFY(standIn().registerService(kService));
+        } else {
+            QTRY_COMPARE(describe(links.snapshot()), (QStringList{"eth0/Wired/-", "wwan0/Mobile/m"}));
+        }
+
+        if (change == "eth guess-yes") {
+            m_eth.metered = 3;
+            QVERIFY(announce(kDevices + "2", {{"Metered", 3u}}));
+        } else if (change == "modem no" || change == "modem unknown") {
+            m_modem.metered = change.endsWith("no") ? 2 : 0;
+            QVERIFY(announce(kDevices + "1", {{"Metered", m_modem.metered}}));
+        } else if (change == "modem down") {
+            m_modem.activeConnection = QDBusObjectPath("/");
+            QVERIFY(announce(kDevices + "1", {{"ActiveConnection", QVariant::fromValue(m_modem.activeConnection)}}));
+        } else if (change == "wlan up") {
+            m_wlan.activeConnection = QDBusObjectPath(kActive + "3");
+            QVERIFY(announce(kDevices + "3", {{"ActiveConnection", QVariant::fromValue(m_wlan.activeConnection)}}));
+        } else if (change == "rename") {
+            m_mobile.id = "Roaming";
+            QVERIFY(announceChanged(standIn(), kActive + "1", "org.freedesktop.NetworkManager.Connection.Active",
+                                    {{"Id", m_mobile.id}}));
+        } else if (change == "remove eth") {
+            m_manager.devices.removeAt(1);
+            emit m_manager.DeviceRemoved(QDBusObjectPath(kDevices + "2"));
+        } else if (change == "stop") {
+            QVERIFY(standIn().unregisterService(kService));
+        }
+        QTRY_COMPARE(describe(links.snapshot()), expected);
+        QVERIFY2(!QFile::exists(activationMarker()), "watching started NetworkManager");
+    }
+
+    // Statistics and other properties change every second on a real
+    // NetworkManager; they must not cost a round of calls each.
+    void ignoresOtherProperties()
+    {
+        MeteredLinks links;
+        QTRY_COMPARE(links.snapshot().size(), 2);
+        m_eth.metered = 1; // changed behind the watcher's back
+        QVERIFY(announce(kDevices + "2", {{"RefreshRateMs", 1000u}}));
+        QTest::qWait(300);
+        QCOMPARE(describe(links.snapshot()), (QStringList{"eth0/Wired/-", "wwan0/Mobile/m"}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestMeteredLinks)
+#include "tst_connection_meteredlinks.moc"
