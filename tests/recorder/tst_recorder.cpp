@@ -27,7 +27,6 @@ private slots:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("output"); // part of stdout + stderr
         QTest::newRow("version") << QStringList{"--version"} << 0 << "netinfo-recorder 1.0";
-        QTest::newRow("help") << QStringList{"--help"} << 0 << "--interface <name>";
         QTest::newRow("blank interface") << QStringList{"--interface", " "} << 2 << "needs the name";
         QTest::newRow("unknown option") << QStringList{"--bogus"} << 1 << "Unknown option";
     }
