@@ -39,11 +39,6 @@ class TestMeteredLinks : public QObject
     StandInActive m_mobile, m_wired, m_home;
 
     QDBusConnection standIn() const { return QDBusConnection(kStandInName); }
-    QString activationMarker() const { return m_bus->servicesDir() + QStringLiteral("/activated"); }
-    bool announce(const QString& path, const QVariantMap& changed)
-    {
-        return announceChanged(standIn(), path, kDeviceInterface, changed);
-    }
 
 private slots:
     void initTestCase()
@@ -52,17 +47,7 @@ private slots:
             QSKIP("dbus-daemon is not installed (Debian package dbus-daemon); the D-Bus path is not tested");
         m_bus = std::make_unique<PrivateBus>();
         QString error;
-        QVERIFY2(m_bus->start(error), qPrintable(error));
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus->address().toUtf8());
-        QVERIFY2(QDBusConnection::systemBus().isConnected(),
-                 qPrintable(QDBusConnection::systemBus().lastError().message()));
-        // A stopped NetworkManager that could be started on demand must stay stopped.
-        QFile service(m_bus->servicesDir() + QStringLiteral("/org.freedesktop.NetworkManager.service"));
-        QVERIFY(service.open(QIODevice::WriteOnly));
-        service.write(QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n")
-                          .arg(kService, QStandardPaths::findExecutable("touch"), activationMarker())
-                          .toUtf8());
-        service.close();
+        QVERIFY2(m_bus->startAsSystemBus(kService, error), qPrintable(error));
 
         QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), kStandInName);
         QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
@@ -107,29 +92,39 @@ private slots:
 
     void follows_data()
     {
-        QTest::addColumn<QString>("change");
+        QTest::addColumn<QString>("path"); // the object whose property changes, or a whole-service event
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<QVariant>("value");
         QTest::addColumn<QStringList>("expected");
         const QStringList both{"eth0/Wired/-", "wwan0/Mobile/m"};
-        QTest::newRow("as found") << "" << both;
-        QTest::newRow("guess-yes counts as metered") << "eth guess-yes" << QStringList{"eth0/Wired/m", "wwan0/Mobile/m"};
-        QTest::newRow("no longer metered") << "modem no" << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
-        QTest::newRow("unknown is not metered") << "modem unknown" << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
-        QTest::newRow("deactivated") << "modem down" << QStringList{"eth0/Wired/-"};
-        QTest::newRow("activated") << "wlan up" << QStringList{"eth0/Wired/-", "wlan0/Home/m", "wwan0/Mobile/m"};
-        QTest::newRow("connection renamed") << "rename" << QStringList{"eth0/Wired/-", "wwan0/Roaming/m"};
-        QTest::newRow("device removed") << "remove eth" << QStringList{"wwan0/Mobile/m"};
-        QTest::newRow("NetworkManager stops") << "stop" << QStringList{};
-        QTest::newRow("NetworkManager starts later") << "start late" << both;
+        const QString modem = kDevices + "1", eth = kDevices + "2", wlan = kDevices + "3";
+        const auto path = [](const QString& p) { return QVariant::fromValue(QDBusObjectPath(p)); };
+        QTest::newRow("as found") << "" << "" << QVariant() << both;
+        QTest::newRow("guess-yes counts as metered") << eth << "Metered" << QVariant(3u)
+                                                     << QStringList{"eth0/Wired/m", "wwan0/Mobile/m"};
+        QTest::newRow("no longer metered") << modem << "Metered" << QVariant(2u)
+                                           << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
+        QTest::newRow("unknown is not metered") << modem << "Metered" << QVariant(0u)
+                                                << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
+        QTest::newRow("deactivated") << modem << "ActiveConnection" << path("/") << QStringList{"eth0/Wired/-"};
+        QTest::newRow("activated") << wlan << "ActiveConnection" << path(kActive + "3")
+                                   << QStringList{"eth0/Wired/-", "wlan0/Home/m", "wwan0/Mobile/m"};
+        QTest::newRow("connection renamed") << kActive + "1" << "Id" << QVariant("Roaming")
+                                            << QStringList{"eth0/Wired/-", "wwan0/Roaming/m"};
+        QTest::newRow("device removed") << "remove" << "" << QVariant() << QStringList{"wwan0/Mobile/m"};
+        QTest::newRow("NetworkManager stops") << "stop" << "" << QVariant() << QStringList{};
+        QTest::newRow("NetworkManager starts later") << "start late" << "" << QVariant() << both;
     }
 
     void follows()
     {
-        QFETCH(QString, change);
-        QFETCH(QStringList, expected);
-        if (change == "start late")
+        QFETCH(QString, path);
+        QFETCH(QString, property);
+        QFETCH(QVariant, value);
+        if (path == "start late")
             QVERIFY(standIn().unregisterService(kService));
         MeteredLinks links;
-        if (change == "start late") {
+        if (path == "start late") {
             QTest::qWait(200);
             QCOMPARE(links.snapshot().size(), 0);
             QVERIFY(standIn().registerService(kService));
@@ -137,30 +132,21 @@ private slots:
             QTRY_COMPARE(describe(links.snapshot()), (QStringList{"eth0/Wired/-", "wwan0/Mobile/m"}));
         }
 
-        if (change == "eth guess-yes") {
-            m_eth.metered = 3;
-            QVERIFY(announce(kDevices + "2", {{"Metered", 3u}}));
-        } else if (change == "modem no" || change == "modem unknown") {
-            m_modem.metered = change.endsWith("no") ? 2 : 0;
-            QVERIFY(announce(kDevices + "1", {{"Metered", m_modem.metered}}));
-        } else if (change == "modem down") {
-            m_modem.activeConnection = QDBusObjectPath("/");
-            QVERIFY(announce(kDevices + "1", {{"ActiveConnection", QVariant::fromValue(m_modem.activeConnection)}}));
-        } else if (change == "wlan up") {
-            m_wlan.activeConnection = QDBusObjectPath(kActive + "3");
-            QVERIFY(announce(kDevices + "3", {{"ActiveConnection", QVariant::fromValue(m_wlan.activeConnection)}}));
-        } else if (change == "rename") {
-            m_mobile.id = "Roaming";
-            QVERIFY(announceChanged(standIn(), kActive + "1", "org.freedesktop.NetworkManager.Connection.Active",
-                                    {{"Id", m_mobile.id}}));
-        } else if (change == "remove eth") {
+        if (!property.isEmpty()) {
+            QObject* object = standIn().objectRegisteredAt(path);
+            QVERIFY(object && object->setProperty(qPrintable(property), value));
+            const QString interface = path.startsWith(kActive) ? "org.freedesktop.NetworkManager.Connection.Active"
+                                                               : kDeviceInterface;
+            QVERIFY(announceChanged(standIn(), path, interface, {{property, value}}));
+        } else if (path == "remove") {
             m_manager.devices.removeAt(1);
             emit m_manager.DeviceRemoved(QDBusObjectPath(kDevices + "2"));
-        } else if (change == "stop") {
+        } else if (path == "stop") {
             QVERIFY(standIn().unregisterService(kService));
         }
+        QFETCH(QStringList, expected);
         QTRY_COMPARE(describe(links.snapshot()), expected);
-        QVERIFY2(!QFile::exists(activationMarker()), "watching started NetworkManager");
+        QVERIFY2(!QFile::exists(m_bus->activationMarker()), "watching started NetworkManager");
     }
 };
 
