@@ -8,5 +8,5 @@ bash "$root/tools/install-deps.sh"
 
 build="${NETINFO_BUILD_DIR:-$root/build}"
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" --parallel "$(nproc)" --target netinfo
+cmake --build "$build" --parallel "$(nproc)" --target netinfo netinfo-recorder netinfo-report
 exec "$build/bin/netinfo" "$@"

@@ -1,18 +1,50 @@
 #include "ConnectionLayer.h"
 
+#include "LinuxBackend.h"
+#include "MeteredLinks.h"
 #include "NetworkManagerControl.h"
 #include "Sdk.h"
-#include "LinuxBackend.h"
 #include "simulated/SimulatedBackend.h"
 
 #include <QLoggingCategory>
 
+#include <net/if.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cstring>
+
 Q_LOGGING_CATEGORY(lcConnectionLayer, "netinfo.host.connection")
+
+namespace {
+
+// Up and running as the kernel sees it; a link that went away is not.
+bool isLinkUp(const QString& name)
+{
+    const QByteArray raw = name.toLocal8Bit();
+    if (raw.isEmpty() || raw.size() >= IFNAMSIZ)
+        return false;
+    const int fd = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    if (fd < 0)
+        return false;
+    ifreq request = {};
+    std::memcpy(request.ifr_name, raw.constData(), size_t(raw.size()));
+    const bool up = ::ioctl(fd, SIOCGIFFLAGS, &request) == 0 && (request.ifr_flags & IFF_UP)
+                    && (request.ifr_flags & IFF_RUNNING);
+    ::close(fd);
+    return up;
+}
+
+} // namespace
 
 ConnectionLayer::ConnectionLayer(QObject* parent)
     : QObject(parent)
 {
-    connect(&m_watcher, &ConnectionWatcher::statusChanged, this, &ConnectionLayer::statusChanged);
+    connect(&m_watcher, &ConnectionWatcher::statusChanged, this, [this](unsigned int status) {
+        noteStatus(status);
+        emit statusChanged(status);
+    });
 }
 
 ConnectionLayer::~ConnectionLayer()
@@ -28,7 +60,13 @@ void ConnectionLayer::start(const Options& options)
     m_source = Source::Simulated;
     if (!options.simulate) {
         velt::LinuxOptions linuxOptions;
-        linuxOptions.interfaceName = options.interfaceName;
+        linuxOptions.interfaceNames = options.interfaceNames;
+        // A backend that counts one interface takes the first named.
+        linuxOptions.interfaceName = options.interfaceNames.value(0);
+        if (!m_metered)
+            m_metered = std::make_unique<MeteredLinks>();
+        MeteredLinks* metered = m_metered.get();
+        linuxOptions.linkInfo = [metered] { return metered->snapshot(); };
         auto backend = std::make_unique<velt::LinuxBackend>(linuxOptions);
         if (backend->isSupported()) {
             m_pLinux = backend.get();
@@ -54,6 +92,7 @@ void ConnectionLayer::stop()
     if (!m_bStarted)
         return;
     m_bStarted = false;
+    m_upLinks.clear();
     m_watcher.stop();
     if (m_source == Source::Real) {
         // Stops the sampler and commits the ledger while Qt is still up.
@@ -67,6 +106,29 @@ void ConnectionLayer::stop()
 QString ConnectionLayer::interfaceName() const
 {
     return m_pLinux ? m_pLinux->interfaceName() : QString();
+}
+
+velt::RecordingStatus ConnectionLayer::recordingStatus() const
+{
+    return m_pLinux ? m_pLinux->recordingStatus() : velt::RecordingStatus();
+}
+
+QStringList ConnectionLayer::connectedLinks() const
+{
+    if (m_probe)
+        return m_probe();
+    QStringList up;
+    for (const QString& name : recordingStatus().counted) {
+        if (isLinkUp(name))
+            up << name;
+    }
+    return up;
+}
+
+void ConnectionLayer::noteStatus(unsigned int status)
+{
+    if (status == 1 && m_source == Source::Real)
+        m_upLinks = connectedLinks();
 }
 
 void ConnectionLayer::setConnectionControl(std::unique_ptr<ConnectionControl> control)
@@ -92,11 +154,19 @@ void ConnectionLayer::disconnectLink()
         }
         return;
     }
-    const QString name = interfaceName();
-    if (name.isEmpty()) {
+    if (m_upLinks.isEmpty()) {
         emit message(tr("There is no connection to disconnect."));
         return;
     }
-    // The control says why when disconnecting is not available.
-    m_control->disconnectInterface(name);
+    const QStringList now = connectedLinks();
+    QStringList gone;
+    for (const QString& name : std::as_const(m_upLinks)) {
+        if (now.contains(name))
+            m_control->disconnectInterface(name); // says why when disconnecting is not available
+        else
+            gone << name;
+    }
+    if (!gone.isEmpty())
+        emit message(tr("%1 is no longer connected, so nothing was disconnected for it.")
+                         .arg(gone.join(QStringLiteral(", "))));
 }

@@ -4,13 +4,17 @@
 #pragma once
 
 #include "ConnectionWatcher.h"
+#include "LinkInfo.h"
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class ConnectionControl;
+class MeteredLinks;
 
 namespace velt {
 class LinuxBackend;
@@ -26,8 +30,10 @@ public:
     {
         bool simulate = false;
         bool demoTraffic = true;  // simulated figures keep moving
-        QString interfaceName;    // real source only; empty chooses one
+        QStringList interfaceNames; // real source only; empty: the metered links, else one chosen
     };
+    // The counted links that are connected now.
+    using LinkProbe = std::function<QStringList()>;
 
     explicit ConnectionLayer(QObject* parent = nullptr);
     ~ConnectionLayer() override;
@@ -41,10 +47,19 @@ public:
     Source source() const { return m_source; }
     // The interface measured now; empty for the simulated source.
     QString interfaceName() const;
-    // Takes the connection down; failures arrive as message().
+    // Whether this process records, or a background recorder does.
+    velt::RecordingStatus recordingStatus() const;
+
+    // With status 1, remembers which counted links are connected: a later
+    // disconnect acts on those only, never on a link that took their place.
+    void noteStatus(unsigned int status);
+    // Takes down the links remembered at the last "connected"; failures and
+    // links already gone arrive as message().
     void disconnectLink();
     // Replaces how the real connection is taken down (tests).
     void setConnectionControl(std::unique_ptr<ConnectionControl> control);
+    // Replaces how the connected links are found (tests).
+    void setLinkProbe(LinkProbe probe) { m_probe = std::move(probe); }
 
 signals:
     // 1 connected, 0 disconnected: the host's connection status codes.
@@ -55,7 +70,13 @@ signals:
 private:
     Source m_source = Source::Simulated;
     bool m_bStarted = false;
+    QStringList connectedLinks() const;
+
     velt::LinuxBackend* m_pLinux = nullptr; // owned by the SDK while installed
     std::unique_ptr<ConnectionControl> m_control;
+    // Outlives the backend, which asks it from the sampler's thread.
+    std::unique_ptr<MeteredLinks> m_metered;
+    LinkProbe m_probe;
+    QStringList m_upLinks; // counted and connected at the last status 1
     ConnectionWatcher m_watcher;
 };

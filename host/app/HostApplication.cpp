@@ -8,6 +8,8 @@
 #include "ISettingUIPlugin.h"
 #include "IUIPlugin.h"
 #include "HostPaths.h"
+#include "BackgroundRecording.h"
+#include "CountedInterfacesDialog.h"
 #include "SettingsDialog.h"
 #include "Startup.h"
 
@@ -20,6 +22,11 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <cerrno>
+
+namespace {
+const QString kCountedInterfacesKey = QStringLiteral("countedinterfaces");
+}
 
 bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QString& message)
 {
@@ -35,8 +42,9 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
     const QCommandLineOption simulate(QStringLiteral("simulate"),
                                       QStringLiteral("Show simulated demo traffic instead of the real connection."));
     const QCommandLineOption interface(QStringLiteral("interface"),
-                                       QStringLiteral("Measure the network interface <name> (default: the "
-                                                      "mobile-broadband one, else the one of the default route)."),
+                                       QStringLiteral("Count the network interface <name>; repeatable (default: "
+                                                      "Tools > Counted interfaces, else the metered links, else "
+                                                      "the default route's)."),
                                        QStringLiteral("name"));
     QStringList codes;
     for (const auto& language : languages())
@@ -57,11 +65,15 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
 
     options.screenshotPath = parser.value(screenshot);
     options.connection.simulate = parser.isSet(simulate);
-    options.connection.interfaceName = parser.value(interface);
-    if (parser.isSet(interface) && options.connection.interfaceName.trimmed().isEmpty()) {
-        message = QStringLiteral("--interface needs the name of a network interface");
-        return false;
+    options.connection.interfaceNames.clear();
+    for (const QString& name : parser.values(interface)) {
+        if (name.trimmed().isEmpty()) {
+            message = QStringLiteral("--interface needs the name of a network interface");
+            return false;
+        }
+        options.connection.interfaceNames << name.trimmed();
     }
+    options.interfacesGiven = parser.isSet(interface);
     options.language = parser.value(lang);
     if (parser.isSet(lang) && !codes.contains(options.language)) {
         message = QStringLiteral("--lang must be one of %1, not \"%2\"").arg(codes.join(QLatin1String(", ")),
@@ -130,9 +142,22 @@ HostApplication::HostApplication(const HostOptions& options, QObject* parent)
         if (m_bRunning)
             m_module.notify()->Notify(HostIds::MsgRefit, 0, 0);
     });
+    connect(&m_window, &MainWindow::countedInterfacesRequested, this, &HostApplication::chooseCountedInterfaces);
+    connect(&m_window, &MainWindow::backgroundRecordingRequested, this, &HostApplication::keepCountingInBackground);
     m_quitTimer.setSingleShot(true);
     connect(&m_quitTimer, &QTimer::timeout, this, &HostApplication::finishRun);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &HostApplication::shutdown);
+    // A kill, a closed terminal or the end of the session stop through
+    // shutdown(), which writes the usage not yet stored.
+    connect(&m_stopSignals, &SignalWatcher::received, this, [](int signalNumber) {
+        QTextStream(stderr) << "netinfo: " << SignalWatcher::name(signalNumber) << " received; saving and quitting\n";
+        QCoreApplication::quit();
+    });
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
+        shutdown();
+        QCoreApplication::quit();
+    });
+    connect(&m_recordingTimer, &QTimer::timeout, this, &HostApplication::updateRecordingState);
 }
 
 HostApplication::~HostApplication()
@@ -144,7 +169,9 @@ void HostApplication::reportFatal(const QString& message)
 {
     QTextStream(stderr) << "netinfo: " << message << '\n';
     if (!m_options.headless)
-        QMessageBox::critical(nullptr, QStringLiteral("NetInfo"), message);
+        CommonUtils::ShowMessage(QMessageBox::Critical, nullptr, QStringLiteral("NetInfo"), message,
+                                 QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog, nullptr, QString(),
+                                 false);
 }
 
 int HostApplication::start()
@@ -171,7 +198,11 @@ int HostApplication::start()
         container->RegisterPlugin(plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(),
                                   m_module.instance());
 
-    m_connection.start(m_options.connection);
+    ConnectionLayer::Options connection = m_options.connection;
+    if (!m_options.interfacesGiven)
+        connection.interfaceNames = CommonUtils::GetSettings(QStringLiteral("host"), kCountedInterfacesKey)
+                                        .toStringList();
+    m_connection.start(connection);
     m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
 
     // Asking for the view service brings it back after an earlier OnDestroy
@@ -187,6 +218,8 @@ int HostApplication::start()
     QRect rect = m_window.viewRect();
     plugin->ShowWindow(m_window.viewArea(), rect);
 
+    updateRecordingState();
+    m_recordingTimer.start(2000);
     if (m_options.quitAfterSeconds >= 0)
         m_quitTimer.start(int(m_options.quitAfterSeconds * 1000));
     return 0;
@@ -196,16 +229,32 @@ bool HostApplication::lockInstance()
 {
     // Two instances would both record the same traffic into the ledger.
     const QString dir = HostPaths::userDataDir();
-    QDir().mkpath(dir);
+    if (!QDir().mkpath(dir)) {
+        const QString reason = QFileInfo(dir).exists() || !QFileInfo(QFileInfo(dir).path()).isDir()
+                                   ? tr("a file is in the way")
+                                   : qt_error_string(errno);
+        reportFatal(tr("NetInfo cannot create its data folder %1 (%2).").arg(QDir::toNativeSeparators(dir), reason));
+        return false;
+    }
     m_instanceLock = std::make_unique<QLockFile>(dir + QStringLiteral("/netinfo.lock"));
     m_instanceLock->setStaleLockTime(0);
+    errno = 0;
     if (m_instanceLock->tryLock(200))
         return true;
+    const int error = errno;
     qint64 pid = 0;
     QString host, app;
-    m_instanceLock->getLockInfo(&pid, &host, &app);
-    reportFatal(QStringLiteral("NetInfo is already running (process %1); only one instance can record the "
-                               "connection's usage.").arg(pid));
+    if (m_instanceLock->error() == QLockFile::LockFailedError && m_instanceLock->getLockInfo(&pid, &host, &app)) {
+        reportFatal(tr("NetInfo is already running (process %1); only one instance can record the "
+                       "connection's usage.").arg(pid));
+    } else {
+        // Not another instance: the folder cannot be written (full disk, permissions, read-only).
+        const QString reason = m_instanceLock->error() == QLockFile::PermissionError
+                                   ? tr("permission denied")
+                                   : (error ? qt_error_string(error) : tr("the lock file cannot be written"));
+        reportFatal(tr("NetInfo cannot write in its data folder %1 (%2), so it cannot record the usage.")
+                        .arg(QDir::toNativeSeparators(dir), reason));
+    }
     m_instanceLock.reset();
     return false;
 }
@@ -232,12 +281,59 @@ void HostApplication::showMessage(const QString& text)
                              false);
 }
 
+void HostApplication::updateRecordingState()
+{
+    if (m_connection.source() == ConnectionLayer::Source::Simulated) {
+        m_window.setRecordingState(tr("Simulated figures: nothing is counted"), QString());
+        m_window.setBackgroundOffered(false);
+        return;
+    }
+    const velt::RecordingStatus status = m_connection.recordingStatus();
+    const QString text = status.recorderRunning && !status.recording
+                             ? tr("Counting in the background (netinfo-recorder)")
+                             : tr("Counting while this window is open");
+    m_window.setRecordingState(text, status.problem);
+    m_window.setBackgroundOffered(!status.recorderRunning);
+}
+
+void HostApplication::keepCountingInBackground()
+{
+    QString message;
+    BackgroundRecording::enable(BackgroundRecording::defaults(), message);
+    showMessage(message);
+    updateRecordingState();
+}
+
+void HostApplication::chooseCountedInterfaces()
+{
+    const QStringList chosen
+        = CommonUtils::GetSettings(QStringLiteral("host"), kCountedInterfacesKey).toStringList();
+    CountedInterfacesDialog dialog(CountedInterfacesDialog::presentInterfaces(), chosen, &m_window);
+    if (dialog.exec() != QDialog::Accepted || dialog.chosen() == chosen)
+        return;
+    CommonUtils::SetSettings(QStringLiteral("host"), kCountedInterfacesKey, dialog.chosen());
+    if (m_options.interfacesGiven) {
+        showMessage(tr("The counted interfaces apply from the next start; --interface decides for this run."));
+        return;
+    }
+    if (m_connection.source() != ConnectionLayer::Source::Real)
+        return;
+    // A new backend with the new choice; the view's registration with the SDK stays.
+    ConnectionLayer::Options connection = m_options.connection;
+    connection.interfaceNames = dialog.chosen();
+    m_connection.stop();
+    m_connection.start(connection);
+    m_window.setSource(false, m_connection.interfaceName());
+    updateRecordingState();
+}
+
 void HostApplication::shutdown()
 {
     if (!m_bRunning)
         return;
     m_bRunning = false;
     m_quitTimer.stop();
+    m_recordingTimer.stop();
     IUIPlugin* plugin = m_module.uiPlugin();
     plugin->UnSDKRegisterEvent();
     plugin->OnDestroy();

@@ -6,6 +6,7 @@
 #include "HostServices.h"
 #include "MainWindow.h"
 #include "PluginModule.h"
+#include "SignalWatcher.h"
 
 #include <QLockFile>
 #include <QObject>
@@ -23,6 +24,7 @@ struct HostOptions
     double quitAfterSeconds = -1; // negative: run until closed
     bool headless = false;
     ConnectionLayer::Options connection;
+    bool interfacesGiven = false; // --interface overrides the counted-interfaces setting
     QString language; // empty: the one chosen last time, else English
 
     // The languages the host offers, with their names in their own script.
@@ -64,6 +66,9 @@ private:
     void onConnectionStatus(unsigned int status);
     void showMessage(const QString& text);
     bool lockInstance();
+    void updateRecordingState();
+    void keepCountingInBackground();
+    void chooseCountedInterfaces();
     void onViewAreaResized(const QRect& rect);
     void openSettings();
     void finishRun();
@@ -76,5 +81,7 @@ private:
     ConnectionLayer m_connection;
     std::unique_ptr<QLockFile> m_instanceLock;
     QTimer m_quitTimer;
+    QTimer m_recordingTimer;
+    SignalWatcher m_stopSignals;
     bool m_bRunning = false;
 };

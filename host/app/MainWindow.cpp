@@ -9,6 +9,8 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStatusBar>
+#include <QLabel>
 
 namespace {
 constexpr int kSettleMs = 200;
@@ -40,6 +42,13 @@ MainWindow::MainWindow(QWidget* parent)
     m_pSettingsAction->setObjectName(QStringLiteral("NetInfo_SettingsAction"));
     m_pSettingsAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     connect(m_pSettingsAction, &QAction::triggered, this, &MainWindow::settingsRequested);
+    m_pInterfacesAction = m_pToolsMenu->addAction(QString());
+    m_pInterfacesAction->setObjectName(QStringLiteral("NetInfo_CountedInterfacesAction"));
+    connect(m_pInterfacesAction, &QAction::triggered, this, &MainWindow::countedInterfacesRequested);
+    m_pBackgroundAction = m_pToolsMenu->addAction(QString());
+    m_pBackgroundAction->setObjectName(QStringLiteral("NetInfo_BackgroundAction"));
+    m_pBackgroundAction->setVisible(false);
+    connect(m_pBackgroundAction, &QAction::triggered, this, &MainWindow::backgroundRecordingRequested);
     m_pToolsMenu->addSeparator();
     m_pQuitAction = m_pToolsMenu->addAction(QString());
     m_pQuitAction->setShortcut(QKeySequence::Quit);
@@ -51,6 +60,9 @@ MainWindow::MainWindow(QWidget* parent)
     m_pLanguageGroup->setExclusive(true);
     connect(m_pLanguageGroup, &QActionGroup::triggered, this,
             [this](QAction* action) { emit languageRequested(action->data().toString()); });
+    m_pRecordingLabel = new QLabel(this);
+    m_pRecordingLabel->setObjectName(QStringLiteral("NetInfo_RecordingState"));
+    statusBar()->addWidget(m_pRecordingLabel, 1);
     retranslate();
 
     m_settleTimer.setSingleShot(true);
@@ -115,6 +127,19 @@ void MainWindow::changeEvent(QEvent* event)
     QMainWindow::changeEvent(event);
 }
 
+void MainWindow::setRecordingState(const QString& text, const QString& problem)
+{
+    m_pRecordingLabel->setText(problem.isEmpty() ? text : QStringLiteral("%1 \u2014 %2").arg(text, problem));
+    m_pRecordingLabel->setToolTip(problem);
+    // A problem is meant to be seen, not only read in a log.
+    m_pRecordingLabel->setStyleSheet(problem.isEmpty() ? QString() : QStringLiteral("color: #b00020;"));
+}
+
+void MainWindow::setBackgroundOffered(bool offered)
+{
+    m_pBackgroundAction->setVisible(offered);
+}
+
 void MainWindow::retranslate()
 {
     const QString source = m_bSimulated ? tr("simulated figures") : m_strInterface;
@@ -122,6 +147,8 @@ void MainWindow::retranslate()
     m_pStatusDock->setWindowTitle(tr("Connection"));
     m_pToolsMenu->setTitle(tr("&Tools"));
     m_pSettingsAction->setText(tr("&Settings..."));
+    m_pInterfacesAction->setText(tr("&Counted interfaces\u2026"));
+    m_pBackgroundAction->setText(tr("&Keep counting in the background"));
     m_pQuitAction->setText(tr("&Quit"));
     // Language names stay in their own script, so anyone can find theirs.
     m_pLanguageMenu->setTitle(tr("&Language"));

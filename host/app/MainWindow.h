@@ -9,6 +9,7 @@
 class QAction;
 class QActionGroup;
 class QDockWidget;
+class QLabel;
 class QMenu;
 
 class MainWindow : public QMainWindow
@@ -29,6 +30,10 @@ public:
     void setCurrentLanguage(const QString& code);
     // What the figures measure, shown in the title.
     void setSource(bool simulated, const QString& interfaceName);
+    // Who counts, in the status bar; a problem is shown beside it.
+    void setRecordingState(const QString& text, const QString& problem);
+    // Whether Tools offers to keep counting in the background.
+    void setBackgroundOffered(bool offered);
 
 signals:
     // Every size change of the view area.
@@ -39,6 +44,8 @@ signals:
     void settingsRequested();
     // The user chose a language from the menu.
     void languageRequested(const QString& code);
+    void countedInterfacesRequested();
+    void backgroundRecordingRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -50,6 +57,9 @@ private:
     QWidget* m_pViewArea = nullptr;
     QMenu* m_pToolsMenu = nullptr;
     QAction* m_pSettingsAction = nullptr;
+    QAction* m_pInterfacesAction = nullptr;
+    QAction* m_pBackgroundAction = nullptr;
+    QLabel* m_pRecordingLabel = nullptr;
     QAction* m_pQuitAction = nullptr;
     QMenu* m_pLanguageMenu = nullptr;
     QActionGroup* m_pLanguageGroup = nullptr;

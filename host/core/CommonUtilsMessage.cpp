@@ -25,42 +25,10 @@ CommonUtils::MessageHook& messageHook()
     return hook;
 }
 
-// Closing the box counts as its last button; a box without buttons gets
-// Qt's own OK when shown.
-int closingCode(const ButtonKeys& keys)
-{
-    for (int i = int(keys.size()) - 1; i >= 0; --i) {
-        if (!keys[i].isEmpty())
-            return kButtonCodes[i];
-    }
-    return QMessageBox::Ok;
-}
-
 void logAnswer(const QString& title, const QString& text, int code, const char* by)
 {
     qCInfo(lcHost, "Message box \"%s\": \"%s\" answered %d by %s", qUtf8Printable(title), qUtf8Printable(text),
            code, by);
-}
-
-// The button that NETINFO_MESSAGE_ANSWER picks, or 0 when it picks none.
-int scriptedAnswer(const ButtonKeys& keys)
-{
-    const QByteArray raw = qgetenv("NETINFO_MESSAGE_ANSWER").trimmed();
-    if (raw.isEmpty())
-        return 0;
-    bool ok = false;
-    const int index = raw.toInt(&ok);
-    if (!ok || index < 1 || index > int(keys.size())) {
-        qCWarning(lcHost, "CommonUtils: NETINFO_MESSAGE_ANSWER must be 1, 2 or 3, not \"%s\"; showing the box",
-                  raw.constData());
-        return 0;
-    }
-    if (keys[index - 1].isEmpty()) {
-        qCWarning(lcHost, "CommonUtils: NETINFO_MESSAGE_ANSWER picks button %d, which the box does not have; "
-                          "answering as if it was closed", index);
-        return closingCode(keys);
-    }
-    return kButtonCodes[index - 1];
 }
 
 QMessageBox* buildBox(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
@@ -111,10 +79,6 @@ int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QStr
     if (hook)
         qCWarning(lcHost, "CommonUtils: the message hook needs a QApplication; not called for \"%s\"",
                   qUtf8Printable(title));
-    if (const int code = scriptedAnswer(keys)) {
-        logAnswer(title, text, code, "NETINFO_MESSAGE_ANSWER");
-        return code;
-    }
     if (!haveWidgets) {
         qCWarning(lcHost, "CommonUtils: no QApplication; message box \"%s\" not shown", qUtf8Printable(title));
         return 0;

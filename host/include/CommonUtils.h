@@ -35,9 +35,8 @@ public:
                            QDialog** dialog, const QString& reserved, bool reservedFlag);
 
     // Answers message boxes without showing them: the hook gets the fully
-    // built box and returns the button code. For tests and scripted runs;
-    // pass an empty function to show boxes again. Needs a QApplication. The environment variable
-    // NETINFO_MESSAGE_ANSWER (1, 2 or 3: the button) does the same for a run.
+    // built box and returns the button code. For tests only; pass an empty
+    // function to show boxes again. Needs a QApplication.
     using MessageHook = std::function<int(QMessageBox& box)>;
     static void SetMessageHook(MessageHook hook);
 

@@ -2,9 +2,13 @@
 // path from usage crossing a limit to the connection being dropped.
 #include "HostApplication.h"
 
+#include "BackgroundRecording.h"
 #include "ConnectionControl.h"
+#include "CountedInterfacesDialog.h"
+#include "HostPaths.h"
 
 #include "Change.h"
+#include "CommonUtils.h"
 #include "ExtendDialog.h"
 #include "TestHome.h"
 #include "simulated/SimulatedBackend.h"
@@ -39,17 +43,19 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<bool>("simulate");
-        QTest::addColumn<QString>("interfaceName");
+        QTest::addColumn<QStringList>("interfaceNames");
         QTest::addColumn<QString>("language");
+        const QStringList none;
 
-        QTest::newRow("defaults: the real connection") << QStringList{} << true << false << "" << "";
+        QTest::newRow("defaults: the real connection") << QStringList{} << true << false << none << "";
         QTest::newRow("demo traffic in Arabic")
-            << QStringList{"--simulate", "--lang", "ar"} << true << true << "" << "ar";
-        QTest::newRow("a fixed interface") << QStringList{"--interface", "wwan0"} << true << false << "wwan0" << "";
-        QTest::newRow("unknown language") << QStringList{"--lang", "de"} << false << false << "" << "";
-        QTest::newRow("blank interface") << QStringList{"--interface", " "} << false << false << "" << "";
-        QTest::newRow("unknown option") << QStringList{"--bogus"} << false << false << "" << "";
-        QTest::newRow("bad duration") << QStringList{"--quit-after", "soon"} << false << false << "" << "";
+            << QStringList{"--simulate", "--lang", "ar"} << true << true << none << "ar";
+        QTest::newRow("fixed interfaces") << QStringList{"--interface", "wwan0", "--interface", "usb1"} << true
+                                          << false << QStringList{"wwan0", "usb1"} << "";
+        QTest::newRow("unknown language") << QStringList{"--lang", "de"} << false << false << none << "";
+        QTest::newRow("blank interface") << QStringList{"--interface", " "} << false << false << none << "";
+        QTest::newRow("unknown option") << QStringList{"--bogus"} << false << false << none << "";
+        QTest::newRow("bad duration") << QStringList{"--quit-after", "soon"} << false << false << none << "";
     }
 
     void commandLine()
@@ -63,7 +69,7 @@ private slots:
         if (!accepted)
             return;
         QTEST(options.connection.simulate, "simulate");
-        QTEST(options.connection.interfaceName, "interfaceName");
+        QTEST(options.connection.interfaceNames, "interfaceNames");
         QTEST(options.language, "language");
     }
 
@@ -144,27 +150,159 @@ private slots:
         again.shutdown();
     }
 
-    // On the real counters a refused disconnect reaches the user as a
-    // message, and the link is left alone.
-    void refusedDisconnectIsReported()
+    // A warning's disconnect acts on the links that were up when the
+    // connection was last reported up, and only while they still are.
+    void disconnectActsOnWarnedLinks_data()
     {
+        QTest::addColumn<QStringList>("upWhenReported");
+        QTest::addColumn<QStringList>("upNow");
+        QTest::addColumn<QStringList>("asked");
+        QTest::addColumn<QStringList>("messages");
+        const QString refused = "not available here";
+        QTest::newRow("still connected") << QStringList{"wwan0"} << QStringList{"eth0", "wwan0"}
+                                         << QStringList{"wwan0"} << QStringList{refused};
+        QTest::newRow("modem gone, wired took over")
+            << QStringList{"wwan0"} << QStringList{"eth0"} << QStringList{}
+            << QStringList{"wwan0 is no longer connected, so nothing was disconnected for it."};
+        QTest::newRow("one of two left")
+            << QStringList{"wwan0", "wwan1"} << QStringList{"wwan1"} << QStringList{"wwan1"}
+            << QStringList{"wwan0 is no longer connected, so nothing was disconnected for it.", refused};
+        QTest::newRow("never reported up") << QStringList{} << QStringList{"eth0"} << QStringList{}
+                                           << QStringList{"There is no connection to disconnect."};
+    }
+
+    void disconnectActsOnWarnedLinks()
+    {
+        QFETCH(QStringList, upWhenReported);
+        QFETCH(QStringList, upNow);
+        QFETCH(QStringList, messages);
         TestHome home;
         ConnectionLayer layer;
         auto control = std::make_unique<RefusingControl>();
         RefusingControl* refusing = control.get();
         layer.setConnectionControl(std::move(control));
-        QSignalSpy messages(&layer, &ConnectionLayer::message);
+        QSignalSpy said(&layer, &ConnectionLayer::message);
         layer.start({});
         if (layer.source() != ConnectionLayer::Source::Real)
             QSKIP("this machine's interface counters cannot be read");
+        QStringList up = upWhenReported;
+        layer.setLinkProbe([&up] { return up; });
+        layer.noteStatus(1);
+        up = upNow;
         layer.disconnectLink();
-        QTRY_COMPARE(messages.count(), 1);
-        const QString name = layer.interfaceName();
-        QCOMPARE(refusing->asked, name.isEmpty() ? QStringList{} : QStringList{name});
-        QCOMPARE(messages.first().first().toString(),
-                 name.isEmpty() ? QStringLiteral("There is no connection to disconnect.")
-                                : QStringLiteral("not available here"));
+        QTRY_COMPARE(said.count(), messages.size());
+        QStringList texts;
+        for (const auto& arguments : said)
+            texts << arguments.first().toString();
+        QCOMPARE(texts, messages);
+        QTEST(refusing->asked, "asked");
         layer.stop();
+    }
+
+    // The single-instance lock says what stands in the way.
+    void instanceLock_data()
+    {
+        QTest::addColumn<bool>("otherInstance");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("already running")
+            << true << QStringLiteral("already running (process %1)").arg(QCoreApplication::applicationPid());
+        QTest::newRow("data folder blocked") << false << "cannot create its data folder";
+    }
+
+    void instanceLock()
+    {
+        QFETCH(bool, otherInstance);
+        QFETCH(QString, expected);
+        TestHome home;
+        qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
+        const QString dir = HostPaths::userDataDir();
+        QLockFile other(dir + "/netinfo.lock");
+        if (otherInstance) {
+            QVERIFY(QDir().mkpath(dir) && other.tryLock());
+        } else {
+            QFile blocker(dir); // a file where the folder belongs
+            QVERIFY(QDir().mkpath(QFileInfo(dir).path()) && blocker.open(QIODevice::WriteOnly));
+        }
+        QString shown;
+        CommonUtils::SetMessageHook([&shown](QMessageBox& box) {
+            shown = box.text();
+            return int(QMessageBox::Ok);
+        });
+        HostOptions options;
+        options.language = "en";
+        HostApplication host(options);
+        QCOMPARE(host.start(), 1);
+        CommonUtils::SetMessageHook({});
+        QVERIFY2(shown.contains(expected) && shown.contains(otherInstance ? "" : dir), qPrintable(shown));
+    }
+
+    void backgroundRecording_data()
+    {
+        QTest::addColumn<int>("catExit"); // systemctl --user cat: 0 the unit is known; -1 no systemctl
+        QTest::addColumn<int>("enableExit");
+        QTest::addColumn<bool>("recorderPresent");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<bool>("autostart"); // an entry was written and the recorder started
+        QTest::newRow("systemd unit") << 0 << 0 << true << true << "systemd user unit" << false;
+        QTest::newRow("systemd refuses") << 0 << 1 << true << false << "Access denied" << false;
+        QTest::newRow("unit not installed") << 1 << 0 << true << true << "autostart" << true;
+        QTest::newRow("no systemd") << -1 << 0 << true << true << "autostart" << true;
+        QTest::newRow("no recorder") << -1 << 0 << false << false << "is missing" << false;
+    }
+
+    void backgroundRecording()
+    {
+        QFETCH(int, catExit);
+        QFETCH(int, enableExit);
+        QFETCH(bool, recorderPresent);
+        QFETCH(bool, autostart);
+        QFETCH(QString, message);
+        QTemporaryDir dir;
+        const auto script = [&dir](const QString& name, const QString& body) {
+            QFile file(dir.filePath(name));
+            file.open(QIODevice::WriteOnly);
+            file.write(("#!/bin/sh\n" + body).toUtf8());
+            file.setPermissions(file.permissions() | QFile::ExeOwner);
+            return file.fileName();
+        };
+        BackgroundRecording::Setup setup;
+        if (catExit >= 0)
+            setup.systemctl = script("systemctl", QStringLiteral("echo \"$*\" >> %1/calls\n"
+                                                                 "[ \"$2\" = cat ] && exit %2\n"
+                                                                 "[ %3 = 0 ] || echo 'Access denied' >&2\nexit %3\n")
+                                                      .arg(dir.path()).arg(catExit).arg(enableExit));
+        setup.recorder = recorderPresent ? script("netinfo-recorder", "touch " + dir.filePath("started") + "\n")
+                                         : dir.filePath("missing");
+        setup.autostartDir = dir.filePath("autostart");
+        QString said;
+        QTEST(BackgroundRecording::enable(setup, said), "ok");
+        QVERIFY2(said.contains(message), qPrintable(said));
+        QFile entry(setup.autostartDir + "/netinfo-recorder.desktop");
+        QCOMPARE(entry.open(QIODevice::ReadOnly), autostart);
+        if (autostart) {
+            QVERIFY(entry.readAll().contains("\nExec=\"" + setup.recorder.toUtf8() + "\"\n"));
+            QTRY_VERIFY(QFile::exists(dir.filePath("started")));
+        }
+        QFile calls(dir.filePath("calls"));
+        calls.open(QIODevice::ReadOnly);
+        QCOMPARE(calls.readAll().contains("--user enable --now netinfo-recorder.service"), catExit == 0);
+    }
+
+    // Ticked interfaces are the choice; a chosen one that is gone stays listed.
+    void countedInterfacesDialog()
+    {
+        CountedInterfacesDialog dialog({"eth0", "wwan0"}, {"usb0", "wwan0"});
+        auto* list = dialog.findChild<QListWidget*>("NetInfo_CountedInterfacesList");
+        QVERIFY(list);
+        QStringList shown;
+        for (int i = 0; i < list->count(); ++i)
+            shown << list->item(i)->text();
+        QCOMPARE(shown, (QStringList{"eth0", "usb0 (not present)", "wwan0"}));
+        QCOMPARE(dialog.chosen(), (QStringList{"usb0", "wwan0"}));
+        list->item(0)->setCheckState(Qt::Checked);
+        list->item(1)->setCheckState(Qt::Unchecked);
+        QCOMPARE(dialog.chosen(), (QStringList{"eth0", "wwan0"}));
     }
 };
 

@@ -2,6 +2,8 @@
 // lets anyone own any name, so a test can stand in for system services.
 #pragma once
 
+#include <QDBusConnection>
+#include <QDBusError>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QProcess>
@@ -48,6 +50,30 @@ public:
             error = QStringLiteral("dbus-daemon printed no address: %1").arg(m_daemon.errorString());
         return !m_address.isEmpty();
     }
+
+    // Starts the daemon as this process's system bus, with service on demand
+    // only touching activationMarker(): a test can tell that nothing started it.
+    bool startAsSystemBus(const QString& service, QString& error)
+    {
+        if (!start(error))
+            return false;
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_address.toUtf8());
+        QFile file(servicesDir() + QLatin1Char('/') + service + QStringLiteral(".service"));
+        if (!file.open(QIODevice::WriteOnly)
+            || file.write(QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n")
+                              .arg(service, QStandardPaths::findExecutable(QStringLiteral("touch")), activationMarker())
+                              .toUtf8())
+                   < 0) {
+            error = QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString());
+            return false;
+        }
+        if (!QDBusConnection::systemBus().isConnected()) {
+            error = QDBusConnection::systemBus().lastError().message();
+            return false;
+        }
+        return true;
+    }
+    QString activationMarker() const { return m_dir.filePath(QStringLiteral("activated")); }
 
     void stop()
     {

@@ -26,7 +26,6 @@ class TestNetworkManagerControl : public QObject
     StandInDevice m_eth;
 
     QDBusConnection standIn() const { return QDBusConnection(kStandInName); }
-    QString activationMarker() const { return m_bus->servicesDir() + QStringLiteral("/activated"); }
 
     // Runs one request to its end and returns what was reported.
     static DisconnectResult runDisconnect(ConnectionControl& control, const QString& interfaceName)
@@ -49,19 +48,8 @@ private slots:
             QSKIP("dbus-daemon is not installed (Debian package dbus-daemon); the D-Bus path is not tested");
         m_bus = std::make_unique<PrivateBus>();
         QString error;
-        QVERIFY2(m_bus->start(error), qPrintable(error));
-        // Before anything in this process asks for the system bus.
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus->address().toUtf8());
-        QVERIFY2(QDBusConnection::systemBus().isConnected(),
-            qPrintable(QDBusConnection::systemBus().lastError().message()));
-
         // A stopped NetworkManager that could be started on demand must stay stopped.
-        const QString touch = QStandardPaths::findExecutable(QStringLiteral("touch"));
-        QFile service(m_bus->servicesDir() + QStringLiteral("/org.freedesktop.NetworkManager.service"));
-        QVERIFY(!touch.isEmpty() && service.open(QIODevice::WriteOnly));
-        service.write(
-            QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n").arg(kService, touch, activationMarker()).toUtf8());
-        service.close();
+        QVERIFY2(m_bus->startAsSystemBus(kService, error), qPrintable(error));
 
         QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), kStandInName);
         QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
@@ -164,7 +152,7 @@ private slots:
             QCOMPARE(result.message, message);
         }
         QCOMPARE(m_wwan.calls, available ? 1 : 0);
-        QVERIFY2(!QFile::exists(activationMarker()), "asking to disconnect started NetworkManager");
+        QVERIFY2(!QFile::exists(m_bus->activationMarker()), "asking to disconnect started NetworkManager");
         QDBusConnection::disconnectFromBus(noBusName);
     }
 };

@@ -13,14 +13,21 @@ if(NOT rc EQUAL 0)
 endif()
 
 file(GLOB_RECURSE installed LIST_DIRECTORIES false RELATIVE ${prefix} ${prefix}/*)
-netinfo_compare_files("The installed tree" "${netinfo_home_files};${netinfo_desktop_files}" "${installed}")
+netinfo_compare_files("The installed tree" "${netinfo_home_files};${netinfo_desktop_files};${netinfo_recorder_files}"
+                      "${installed}")
+file(STRINGS ${prefix}/share/systemd/user/netinfo-recorder.service exec REGEX "^ExecStart=")
+if(NOT exec STREQUAL "ExecStart=${prefix}/bin/netinfo-recorder")
+    message(FATAL_ERROR "The recorder's unit starts '${exec}', not the installed ${prefix}/bin/netinfo-recorder")
+endif()
 
 if(DESKTOP_VALIDATE)
-    execute_process(COMMAND ${DESKTOP_VALIDATE} ${prefix}/share/applications/netinfo.desktop
-                    RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
-    if(NOT rc EQUAL 0 OR out OR err)
-        message(FATAL_ERROR "netinfo.desktop is not a valid desktop entry:\n${out}${err}")
-    endif()
+    foreach(entry share/applications/netinfo.desktop etc/xdg/autostart/netinfo-recorder.desktop)
+        execute_process(COMMAND ${DESKTOP_VALIDATE} ${prefix}/${entry}
+                        RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
+        if(NOT rc EQUAL 0 OR out OR err)
+            message(FATAL_ERROR "${entry} is not a valid desktop entry:\n${out}${err}")
+        endif()
+    endforeach()
 endif()
 
 # The installed host must find its libraries and its <home> by itself, and
@@ -37,6 +44,18 @@ execute_process(COMMAND ${prefix}/bin/netinfo --help
 if(NOT rc EQUAL 0 OR NOT out MATCHES "--screenshot")
     message(FATAL_ERROR "netinfo --help from the installed tree failed (${rc}):\n${out}${err}")
 endif()
+
+# The command-line programs run from the installed tree without a display.
+foreach(command "netinfo-recorder;--version;netinfo-recorder 1" "netinfo-report;--help;--json")
+    list(GET command 0 program)
+    list(GET command 1 option)
+    list(GET command 2 expected)
+    execute_process(COMMAND ${prefix}/bin/${program} ${option}
+                    RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 30)
+    if(NOT rc EQUAL 0 OR NOT out MATCHES "${expected}")
+        message(FATAL_ERROR "${program} ${option} from the installed tree failed (${rc}):\n${out}${err}")
+    endif()
+endforeach()
 
 # A short real run: the module, its data files and the translations load
 # from the installed <home>.

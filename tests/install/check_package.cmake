@@ -19,7 +19,8 @@ if(NOT rc EQUAL 0)
     message(FATAL_ERROR "dpkg-deb cannot unpack ${debs}:\n${err}")
 endif()
 
-set(expected usr/bin/netinfo)
+set(expected usr/bin/netinfo usr/bin/netinfo-recorder usr/bin/netinfo-report
+    usr/lib/systemd/user/netinfo-recorder.service etc/xdg/autostart/netinfo-recorder.desktop)
 foreach(file IN LISTS netinfo_home_files)
     list(APPEND expected opt/netinfo/${file})
 endforeach()
@@ -35,6 +36,11 @@ string(REGEX REPLACE "^Exec=([^ ]+).*" "\\1" exec "${exec}")
 file(READ_SYMLINK ${root}/usr/bin/${exec} target)
 if(NOT target STREQUAL "/opt/netinfo/bin/netinfo")
     message(FATAL_ERROR "Exec=${exec}: /usr/bin/${exec} points to '${target}', not /opt/netinfo/bin/netinfo")
+endif()
+
+file(STRINGS ${root}/usr/lib/systemd/user/netinfo-recorder.service exec REGEX "^ExecStart=")
+if(NOT exec STREQUAL "ExecStart=/opt/netinfo/bin/netinfo-recorder")
+    message(FATAL_ERROR "The packaged unit starts '${exec}', not /opt/netinfo/bin/netinfo-recorder")
 endif()
 
 # dpkg-shlibdeps only warns when it fails, leaving the Qt libraries out.

@@ -2,6 +2,8 @@
 # checks with SOURCE_DIR set; new translations are picked up from the sources.
 set(netinfo_home_files
     bin/netinfo
+    bin/netinfo-recorder
+    bin/netinfo-report
     lib/libhostcore.so
     lib/libveltsdk.so
     plugins/NetInfoUIExPlugin/libNetInfoUIExPlugin.so
@@ -22,6 +24,11 @@ set(netinfo_desktop_files
     share/applications/netinfo.desktop
     share/icons/hicolor/48x48/apps/netinfo.png
     share/icons/hicolor/256x256/apps/netinfo.png)
+
+# The background recorder's unit and autostart entry on a plain install.
+set(netinfo_recorder_files
+    share/systemd/user/netinfo-recorder.service
+    etc/xdg/autostart/netinfo-recorder.desktop)
 
 # Fails the check listing what is missing from and what is extra in <actual>.
 function(netinfo_compare_files what expected actual)
