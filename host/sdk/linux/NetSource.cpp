@@ -10,6 +10,12 @@
 #include <utility>
 
 #include <arpa/inet.h>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <linux/netlink.h>
+#include <linux/rtnetlink.h>
+#include <unistd.h>
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
@@ -31,28 +37,54 @@ bool parseHex(const QByteArray& field, quint64& value)
 
 QList<DeviceCounters> parseNetDev(const QByteArray& text, int* malformedLines)
 {
+    // Walks the buffer in place: this runs every second.
     QList<DeviceCounters> devices;
     int malformed = 0;
-    const QList<QByteArray> lines = text.split('\n');
-    for (const QByteArray& line : lines) {
-        const int colon = line.indexOf(':');
-        if (colon < 0)
-            continue; // the two header lines and the empty last one
-        const QByteArray name = line.left(colon).trimmed();
-        const QList<QByteArray> fields = line.mid(colon + 1).simplified().split(' ');
-        bool receivedOk = false;
-        bool sentOk = false;
-        DeviceCounters device;
-        if (fields.size() >= 16) {
-            device.received = fields.at(0).toULongLong(&receivedOk);
-            device.sent = fields.at(8).toULongLong(&sentOk);
+    const char* p = text.constData();
+    const char* const end = p + text.size();
+    while (p < end) {
+        const char* eol = static_cast<const char*>(memchr(p, '\n', size_t(end - p)));
+        if (!eol)
+            eol = end;
+        const char* colon = static_cast<const char*>(memchr(p, ':', size_t(eol - p)));
+        if (colon) { // the two header lines have none
+            const char* nameStart = p;
+            while (nameStart < colon && *nameStart == ' ')
+                ++nameStart;
+            quint64 fields[9] = {};
+            int count = 0;
+            const char* f = colon + 1;
+            while (count < 16 && f < eol) {
+                while (f < eol && (*f == ' ' || *f == '\t'))
+                    ++f;
+                if (f == eol)
+                    break;
+                const char* digits = f;
+                quint64 value = 0;
+                bool overflow = false;
+                while (f < eol && *f >= '0' && *f <= '9') {
+                    const quint64 digit = quint64(*f - '0');
+                    overflow = overflow || value > (~quint64(0) - digit) / 10;
+                    value = value * 10 + digit;
+                    ++f;
+                }
+                if (f == digits || overflow || (f < eol && *f != ' ' && *f != '\t'))
+                    break;
+                if (count < 9)
+                    fields[count] = value;
+                ++count;
+            }
+            if (count >= 16 && nameStart < colon) {
+                DeviceCounters device;
+                device.name = QString::fromUtf8(nameStart, int(colon - nameStart)).trimmed();
+                device.received = fields[0];
+                device.sent = fields[8];
+                devices.append(device);
+            } else {
+                ++malformed;
+            }
         }
-        if (name.isEmpty() || !receivedOk || !sentOk) {
-            ++malformed;
-            continue;
-        }
-        device.name = QString::fromUtf8(name);
-        devices.append(device);
+        p = eol + 1;
     }
     if (malformedLines)
         *malformedLines = malformed;
@@ -156,10 +188,34 @@ LinkState systemLinkState(const QString& name)
     return state;
 }
 
-NetSource::NetSource(QString procRoot, LinkStateFn linkState)
+NetSource::NetSource(QString procRoot, LinkStateFn linkState, QString sysRoot)
     : m_root(std::move(procRoot))
+    , m_sysRoot(std::move(sysRoot))
     , m_linkState(linkState ? std::move(linkState) : LinkStateFn(systemLinkState))
+    , m_cached(!linkState && m_root == QLatin1String("/proc"))
 {
+    if (!m_cached)
+        return;
+    m_netlinkFd = socket(AF_NETLINK, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, NETLINK_ROUTE);
+    sockaddr_nl local{};
+    local.nl_family = AF_NETLINK;
+    local.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
+    if (m_netlinkFd >= 0 && bind(m_netlinkFd, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0) {
+        ::close(m_netlinkFd);
+        m_netlinkFd = -1;
+    }
+    if (m_netlinkFd < 0) {
+        qCWarning(lcLinux, "LinuxBackend: no link change notifications (%s); asking every sample", strerror(errno));
+        m_cached = false;
+    }
+}
+
+NetSource::~NetSource()
+{
+    for (int fd : {m_devFd, m_netlinkFd}) {
+        if (fd >= 0)
+            ::close(fd);
+    }
 }
 
 QByteArray NetSource::readFile(const QString& relativePath) const
@@ -177,30 +233,105 @@ bool NetSource::isReadable() const
 
 bool NetSource::readDevices(QList<DeviceCounters>& devices)
 {
-    QFile file(m_root + QStringLiteral("/self/net/dev"));
-    if (!file.open(QIODevice::ReadOnly)) {
+    const QString path = m_root + QStringLiteral("/self/net/dev");
+    // A fake root's file is replaced between samples: open it each time.
+    if (m_devFd < 0 || !m_cached) {
+        if (m_devFd >= 0)
+            ::close(m_devFd);
+        m_devFd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    }
+    qint64 size = -1;
+    if (m_devFd >= 0) {
+        if (m_buffer.size() < 4096)
+            m_buffer.resize(4096);
+        for (;;) {
+            size = pread(m_devFd, m_buffer.data(), size_t(m_buffer.size()), 0);
+            if (size < m_buffer.size() || m_buffer.size() >= (1 << 22))
+                break;
+            m_buffer.resize(m_buffer.size() * 2); // many interfaces: read it whole
+        }
+    }
+    if (size < 0) {
         if (!std::exchange(m_warnedUnreadable, true))
-            qCWarning(lcLinux, "LinuxBackend: cannot read interface counters from %s: %s",
-                      qUtf8Printable(file.fileName()), qUtf8Printable(file.errorString()));
+            qCWarning(lcLinux, "LinuxBackend: cannot read interface counters from %s: %s", qUtf8Printable(path),
+                      strerror(errno));
+        if (m_devFd >= 0)
+            ::close(m_devFd);
+        m_devFd = -1;
         return false;
     }
     m_warnedUnreadable = false;
     int malformed = 0;
-    devices = parseNetDev(file.readAll(), &malformed);
+    devices = parseNetDev(QByteArray::fromRawData(m_buffer.constData(), int(size)), &malformed);
     if (malformed > 0 && !std::exchange(m_warnedMalformed, true))
-        qCWarning(lcLinux, "LinuxBackend: skipped %d unreadable line(s) of %s", malformed,
-                  qUtf8Printable(file.fileName()));
+        qCWarning(lcLinux, "LinuxBackend: skipped %d unreadable line(s) of %s", malformed, qUtf8Printable(path));
     return true;
 }
 
-QString NetSource::defaultRouteInterface() const
+void NetSource::forget()
 {
-    return parseDefaultRoute(readFile(QStringLiteral("self/net/route")), readFile(QStringLiteral("self/net/ipv6_route")));
+    m_defaultRouteKnown = false;
+    m_linkStates.clear();
+    m_speeds.clear();
 }
 
-LinkState NetSource::linkState(const QString& name) const
+bool NetSource::linksChanged()
 {
-    return name.isEmpty() ? LinkState() : m_linkState(name);
+    if (!m_cached) {
+        forget();
+        return true;
+    }
+    bool changed = false;
+    char buffer[8192];
+    for (;;) {
+        const ssize_t got = recv(m_netlinkFd, buffer, sizeof buffer, MSG_DONTWAIT);
+        if (got > 0 || (got < 0 && errno == ENOBUFS)) { // ENOBUFS: events were lost
+            changed = true;
+            continue;
+        }
+        if (got < 0 && errno == EINTR)
+            continue;
+        break;
+    }
+    if (changed)
+        forget();
+    return changed;
+}
+
+QString NetSource::defaultRouteInterface()
+{
+    if (!m_cached || !m_defaultRouteKnown) {
+        m_defaultRoute = parseDefaultRoute(readFile(QStringLiteral("self/net/route")),
+                                           readFile(QStringLiteral("self/net/ipv6_route")));
+        m_defaultRouteKnown = true;
+    }
+    return m_defaultRoute;
+}
+
+LinkState NetSource::linkState(const QString& name)
+{
+    if (name.isEmpty())
+        return LinkState();
+    if (!m_cached)
+        return m_linkState(name);
+    auto known = m_linkStates.constFind(name);
+    if (known == m_linkStates.constEnd())
+        known = m_linkStates.insert(name, m_linkState(name));
+    return *known;
+}
+
+quint64 NetSource::linkBytesPerSecond(const QString& name)
+{
+    auto known = m_speeds.constFind(name);
+    if (known != m_speeds.constEnd())
+        return *known;
+    QFile file(m_sysRoot + QStringLiteral("/class/net/") + name + QStringLiteral("/speed"));
+    bool ok = false;
+    // Mb/s; -1 or an error (EINVAL) while the link is down or has no notion of speed.
+    const qint64 megabits = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong(&ok) : 0;
+    const quint64 bytes = ok && megabits > 0 ? quint64(megabits) * 125000 : 0;
+    m_speeds.insert(name, bytes);
+    return bytes;
 }
 
 QByteArray NetSource::bootId() const

@@ -1,11 +1,17 @@
 // Where the Linux backend's readings come from: the kernel's per-namespace
-// tables under /proc (byte counters, routes, boot id) and the interfaces'
-// link state. The root and the link state can be replaced by a test.
+// tables under /proc (byte counters, routes, boot id), the interfaces' link
+// state and speed. The roots and the link state can be replaced by a test.
+//
+// On the real system the counter table stays open and is re-read in place,
+// and everything else (link state, routes, speeds) is cached until the
+// kernel announces a change of links, addresses or routes on a netlink
+// socket, so that a quiet sample costs two system calls.
 #pragma once
 
 #include "veltsdk.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -59,21 +65,41 @@ public:
 
     // procRoot is a directory laid out like /proc: self/net/dev,
     // self/net/route, self/net/ipv6_route, sys/kernel/random/boot_id.
-    explicit NetSource(QString procRoot = QStringLiteral("/proc"), LinkStateFn linkState = {});
+    // sysRoot is laid out like /sys: class/net/<name>/speed.
+    explicit NetSource(QString procRoot = QStringLiteral("/proc"), LinkStateFn linkState = {},
+                       QString sysRoot = QStringLiteral("/sys"));
+    ~NetSource();
+    NetSource(const NetSource&) = delete;
+    NetSource& operator=(const NetSource&) = delete;
 
     bool isReadable() const;
     // False (with one warning per failure spell) when net/dev cannot be read.
     bool readDevices(QList<DeviceCounters>& devices);
-    QString defaultRouteInterface() const;
-    LinkState linkState(const QString& name) const;
+    // Whether links, addresses or routes may have changed since the last
+    // call; always true where no change notification is available.
+    bool linksChanged();
+    QString defaultRouteInterface();
+    LinkState linkState(const QString& name);
+    // What the link can carry, from its reported speed; 0 when unknown.
+    quint64 linkBytesPerSecond(const QString& name);
     // Identifies this boot, so counters of an earlier boot are never compared.
     QByteArray bootId() const;
 
 private:
     QByteArray readFile(const QString& relativePath) const;
+    void forget();
 
     QString m_root;
+    QString m_sysRoot;
     LinkStateFn m_linkState;
+    bool m_cached = false; // real system: answers cached until netlink says otherwise
+    int m_devFd = -1;
+    int m_netlinkFd = -1;
+    QByteArray m_buffer;
+    QString m_defaultRoute;
+    bool m_defaultRouteKnown = false;
+    QHash<QString, LinkState> m_linkStates;
+    QHash<QString, quint64> m_speeds;
     bool m_warnedUnreadable = false;
     bool m_warnedMalformed = false;
 };
