@@ -8,6 +8,8 @@
 #include <QtTest>
 
 #include <arpa/inet.h>
+#include <csignal>
+#include <pthread.h>
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/socket.h>
@@ -188,15 +190,34 @@ private slots:
         QVERIFY(expected.sent > expected.received && expected.received > 100000);
 
         StatisticsRecord all;
-        QCOMPARE(backend->history(~0ull, all), int(Ok));
+        QCOMPARE(backend->report(VELT_REPORT_YEAR, all), int(Ok));
         QCOMPARE(all.bytesReceived, expected.received);
         QCOMPARE(all.bytesSent, expected.sent);
         backend.reset();
-        UsageLedger ledger(options.databasePath);
-        QVERIFY(ledger.open(0));
-        QCOMPARE(ledger.totalSince(0).received, expected.received);
-        QCOMPARE(ledger.totalSince(0).sent, expected.sent);
+        const Usage total = UsageLedger(options.databasePath, LedgerAccess::ReadOnly).total(0, INT32_MAX);
+        QCOMPARE(total.received, expected.received);
+        QCOMPARE(total.sent, expected.sent);
         qInfo("ledger and kernel agree: %llu bytes received, %llu sent", expected.received, expected.sent);
+    }
+
+    void sigtermRightAfterABurst()
+    {
+        // A recorder at its normal interval, stopped by SIGTERM before its next sample or commit.
+        QTemporaryDir dir;
+        const QString database = dir.filePath(QStringLiteral("usage.sqlite"));
+        const Counters before = kernelCounters();
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--record-until-sigterm"), database});
+        QVERIFY(child.waitForReadyRead(10000) && child.readLine().startsWith("recording"));
+        QVERIFY(traffic(150, 1200));
+        child.terminate();
+        QVERIFY(child.waitForFinished(10000) && child.exitCode() == 0);
+        const Counters after = kernelCounters();
+        const Usage total = UsageLedger(database, LedgerAccess::ReadOnly).total(0, INT32_MAX);
+        QVERIFY(after.sent - before.sent > 150 * 1200);
+        QCOMPARE(total.received, after.received - before.received);
+        QCOMPARE(total.sent, after.sent - before.sent);
+        qInfo("after SIGTERM the ledger holds the kernel's %llu bytes received, %llu sent", total.received, total.sent);
     }
 
 private:
@@ -204,5 +225,33 @@ private:
     bool m_created = false;
 };
 
-QTEST_GUILESS_MAIN(TstSdkLinuxNetns)
+// The child: records on the real system until SIGTERM, then stops cleanly.
+int recordUntilSigterm(const QString& database)
+{
+    sigset_t term;
+    sigemptyset(&term);
+    sigaddset(&term, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &term, nullptr); // before any thread: only sigwait takes it
+    LinuxOptions options;
+    options.databasePath = database;
+    options.settingsPath = database + QStringLiteral(".conf");
+    options.role = RecordingRole::Recorder;
+    LinuxBackend backend(options);
+    backend.start(nullptr);
+    std::printf("recording %s\n", qPrintable(backend.interfaceName()));
+    std::fflush(stdout);
+    int signal = 0;
+    sigwait(&term, &signal);
+    backend.stop();
+    return 0;
+}
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--record-until-sigterm") == 0)
+        return recordUntilSigterm(QString::fromLocal8Bit(argv[2]));
+    TstSdkLinuxNetns test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_sdklinux_netns.moc"

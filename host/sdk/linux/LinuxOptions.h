@@ -28,6 +28,7 @@ struct VELTSDK_EXPORT LinuxOptions
     // Empty: HostPaths::hostSettingsFile(), where the period start days are.
     QString settingsPath;
     QString procRoot = QStringLiteral("/proc");
+    QString sysRoot = QStringLiteral("/sys"); // class/net/<name>/speed
     NetSource::LinkStateFn linkState; // empty: getifaddrs
     std::function<qint64()> wallClockMs; // empty: the system clock
     // Measures intervals; empty: CLOCK_BOOTTIME, which keeps running in

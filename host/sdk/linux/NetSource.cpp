@@ -139,25 +139,6 @@ bool isMobileBroadbandName(const QString& name)
     return false;
 }
 
-QString chooseInterface(const QString& fixed, const QList<InterfaceCandidate>& present, const QString& defaultRoute)
-{
-    if (!fixed.isEmpty())
-        return fixed;
-    QList<InterfaceCandidate> mobile;
-    for (const InterfaceCandidate& candidate : present) {
-        if (isMobileBroadbandName(candidate.name))
-            mobile.append(candidate);
-    }
-    if (mobile.isEmpty())
-        return defaultRoute;
-    auto rank = [&defaultRoute](const InterfaceCandidate& c) {
-        return std::make_tuple(!c.connected, c.name != defaultRoute, c.name);
-    };
-    return std::min_element(mobile.cbegin(), mobile.cend(),
-                            [&rank](const auto& a, const auto& b) { return rank(a) < rank(b); })
-        ->name;
-}
-
 LinkState systemLinkState(const QString& name)
 {
     LinkState state;

@@ -37,12 +37,6 @@ struct LinkState
     bool connected() const { return exists && up && running && hasAddress; }
 };
 
-struct InterfaceCandidate
-{
-    QString name;
-    bool connected = false;
-};
-
 // The device lines of net/dev; lines that do not parse are skipped.
 VELTSDK_EXPORT QList<DeviceCounters> parseNetDev(const QByteArray& text, int* malformedLines = nullptr);
 // The interface of the default route with the lowest metric, IPv4 first,
@@ -50,11 +44,6 @@ VELTSDK_EXPORT QList<DeviceCounters> parseNetDev(const QByteArray& text, int* ma
 VELTSDK_EXPORT QString parseDefaultRoute(const QByteArray& ipv4Routes, const QByteArray& ipv6Routes);
 // wwan*/ww* (modems), ppp* (dial-up and modems), usb* (tethering), rmnet*.
 VELTSDK_EXPORT bool isMobileBroadbandName(const QString& name);
-// The fixed name if any; else a mobile-broadband interface (connected ones
-// first, then the one carrying the default route, then by name); else the
-// default route's interface; else none.
-VELTSDK_EXPORT QString chooseInterface(const QString& fixed, const QList<InterfaceCandidate>& present,
-                                       const QString& defaultRoute);
 // From getifaddrs, which like /proc/self/net follows the process's namespace.
 VELTSDK_EXPORT LinkState systemLinkState(const QString& name);
 

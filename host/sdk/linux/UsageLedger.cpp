@@ -314,7 +314,7 @@ bool UsageLedger::prepareStatements(QString& reason)
         && prepare(m_dataVersion, QStringLiteral("PRAGMA data_version"))
         && (m_access == LedgerAccess::ReadOnly
             || (prepare(m_upsert, QStringLiteral("INSERT INTO usage (interface, connection, bucket, received, sent, "
-                                                 "connected_ms) VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT (interface, "
+                                                 "connected_ms) VALUES (?, COALESCE(?, ''), ?, ?, ?, ?) ON CONFLICT (interface, "
                                                  "connection, bucket)")
                                       + set)
                 && prepare(m_upsertDay, QStringLiteral("INSERT INTO usage_day (day, received, sent, connected_ms) "
