@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <tuple>
 #include <utility>
 
@@ -193,6 +194,7 @@ NetSource::NetSource(QString procRoot, LinkStateFn linkState, QString sysRoot)
 
 NetSource::~NetSource()
 {
+    forget();
     for (int fd : {m_devFd, m_netlinkFd}) {
         if (fd >= 0)
             ::close(fd);
@@ -212,7 +214,54 @@ bool NetSource::isReadable() const
     return QFile::exists(m_root + QStringLiteral("/self/net/dev"));
 }
 
+void NetSource::setWanted(const QStringList& names)
+{
+    m_wanted = names;
+}
+
 bool NetSource::readDevices(QList<DeviceCounters>& devices)
+{
+    if (m_cached && m_devicesKnown && readWanted()) {
+        devices = m_devices;
+        return true;
+    }
+    if (!readTable(m_devices))
+        return false;
+    m_devicesKnown = m_cached;
+    devices = m_devices;
+    return true;
+}
+
+// The wanted interfaces' counters from their kept sysfs files; false when
+// one cannot be read (gone before its netlink message arrived).
+bool NetSource::readWanted()
+{
+    for (DeviceCounters& device : m_devices) {
+        if (!m_wanted.contains(device.name))
+            continue;
+        auto files = m_counterFiles.find(device.name);
+        if (files == m_counterFiles.end()) {
+            const QByteArray base = QFile::encodeName(m_sysRoot + QStringLiteral("/class/net/") + device.name
+                                                      + QStringLiteral("/statistics/"));
+            files = m_counterFiles.insert(device.name, CounterFiles{::open((base + "rx_bytes").constData(), O_RDONLY | O_CLOEXEC),
+                                                                    ::open((base + "tx_bytes").constData(), O_RDONLY | O_CLOEXEC)});
+        }
+        for (auto [fd, value] : {std::pair{files->received, &device.received}, std::pair{files->sent, &device.sent}}) {
+            char text[24];
+            const ssize_t size = fd < 0 ? -1 : pread(fd, text, sizeof text - 1, 0);
+            if (size <= 0)
+                return false;
+            text[size] = 0;
+            char* end = nullptr;
+            *value = strtoull(text, &end, 10);
+            if (end == text)
+                return false;
+        }
+    }
+    return true;
+}
+
+bool NetSource::readTable(QList<DeviceCounters>& devices)
 {
     const QString path = m_root + QStringLiteral("/self/net/dev");
     // A fake root's file is replaced between samples: open it each time.
@@ -251,6 +300,14 @@ bool NetSource::readDevices(QList<DeviceCounters>& devices)
 
 void NetSource::forget()
 {
+    for (const CounterFiles& files : std::as_const(m_counterFiles)) {
+        for (int fd : {files.received, files.sent}) {
+            if (fd >= 0)
+                ::close(fd);
+        }
+    }
+    m_counterFiles.clear();
+    m_devicesKnown = false;
     m_defaultRouteKnown = false;
     m_linkStates.clear();
     m_speeds.clear();

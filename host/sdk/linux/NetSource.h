@@ -63,7 +63,11 @@ public:
 
     bool isReadable() const;
     // False (with one warning per failure spell) when net/dev cannot be read.
+    // On the real system, between link changes, only the counters of the
+    // interfaces last passed to setWanted() are current: they are read from
+    // sysfs, which costs far less than the whole table.
     bool readDevices(QList<DeviceCounters>& devices);
+    void setWanted(const QStringList& names);
     // Whether links, addresses or routes may have changed since the last
     // call; always true where no change notification is available.
     bool linksChanged();
@@ -76,7 +80,15 @@ public:
 
 private:
     QByteArray readFile(const QString& relativePath) const;
+    bool readTable(QList<DeviceCounters>& devices);
+    bool readWanted();
     void forget();
+
+    struct CounterFiles
+    {
+        int received = -1;
+        int sent = -1;
+    };
 
     QString m_root;
     QString m_sysRoot;
@@ -85,6 +97,10 @@ private:
     int m_devFd = -1;
     int m_netlinkFd = -1;
     QByteArray m_buffer;
+    QList<DeviceCounters> m_devices; // as of the last full read, the wanted ones kept current
+    bool m_devicesKnown = false;
+    QStringList m_wanted;
+    QHash<QString, CounterFiles> m_counterFiles;
     QString m_defaultRoute;
     bool m_defaultRouteKnown = false;
     QHash<QString, LinkState> m_linkStates;

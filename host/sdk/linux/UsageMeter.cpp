@@ -185,8 +185,8 @@ const MeterSnapshot& UsageMeter::step()
     QList<DeviceCounters> devices;
     // Unreadable counters: skip the sample, so the next readable one counts
     // the whole interval once.
+    m_source.linksChanged();
     if (m_source.readDevices(devices)) {
-        m_source.linksChanged();
         const QList<LinkInfo> links = m_options.linkInfo ? m_options.linkInfo() : QList<LinkInfo>();
         bool fallback = false;
         const QStringList counted = countedSet(devices, links, fallback);
@@ -196,10 +196,8 @@ const MeterSnapshot& UsageMeter::step()
                    fallback ? " (the default route's, as no metered link was seen yet)" : "");
         m_counted = counted;
         m_fallback = fallback;
+        m_source.setWanted(counted);
 
-        QSet<QString> present;
-        for (const DeviceCounters& device : devices)
-            present.insert(device.name);
         Usage booked;
         quint64 receiveSpeed = 0, sendSpeed = 0;
         bool connected = false;
@@ -220,11 +218,14 @@ const MeterSnapshot& UsageMeter::step()
                 previous = baselineReading(name, link.ifindex);
                 const auto index = m_indexByName.constFind(name);
                 // Appeared or re-created since the last sample: all its traffic is new.
+                const bool wasPresent = std::any_of(m_present.cbegin(), m_present.cend(),
+                                                    [&name](const DeviceCounters& d) { return d.name == name; });
                 if (previous.state == CounterReading::Unknown && m_sampled
-                    && (!m_present.contains(name) || (index != m_indexByName.constEnd() && *index != link.ifindex)))
+                    && (!wasPresent || (index != m_indexByName.constEnd() && *index != link.ifindex)))
                     previous.state = CounterReading::Absent;
             }
-            m_indexByName.insert(name, link.ifindex);
+            if (seen == m_seen.end())
+                m_indexByName.insert(name, link.ifindex);
             const CounterDelta delta = counterDelta(previous, current, m_source.linkBytesPerSecond(name));
             if (delta.implausible && !std::exchange(m_warnedImplausible[name], true))
                 qCWarning(lcLinux, "LinuxBackend: the counters of %s jumped further than the link can carry "
@@ -254,7 +255,7 @@ const MeterSnapshot& UsageMeter::step()
             connected = connected || isConnected;
             m_seen[key] = Seen{current, name, isConnected};
         }
-        m_present = present;
+        m_present = devices; // shared, not copied
         m_sampled = true;
 
         const qint64 elapsed = m_lastSampleMs < 0 ? 0 : nowMs - m_lastSampleMs;

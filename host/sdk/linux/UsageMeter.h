@@ -91,7 +91,7 @@ private:
 
     std::map<QString, Seen> m_seen; // by ifindex (name when unknown): a renamed link keeps its counters
     QHash<QString, quint32> m_indexByName;
-    QSet<QString> m_present;        // the interfaces of the last readable sample
+    QList<DeviceCounters> m_present; // the interfaces of the last readable sample
     QHash<QString, bool> m_warnedImplausible;
     bool m_sampled = false;
     Usage m_overlay;                // a reader's: usage the writer has not committed yet
