@@ -30,11 +30,7 @@ struct FakeProc
         std::lock_guard lock(state->mutex);
         state->devices[name] = Device{received, sent, velt::LinkState{true, true, connected, connected, ifindex}, megabits};
     }
-    void remove(const QString& name)
-    {
-        std::lock_guard lock(state->mutex);
-        state->devices.remove(name);
-    }
+
     void advance(qint64 ms) { state->wallMs += ms, state->monoMs += ms; }
 
     bool write()

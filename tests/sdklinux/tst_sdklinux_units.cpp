@@ -1,6 +1,5 @@
-// The Linux backend's pure parts: speeds, the kernel tables and where
-// periods begin. Counter values are tested as sequences in the ledger suite.
-#include "CounterMath.h"
+// The Linux backend's pure parts: the kernel tables and where periods begin.
+// Counters are tested as sequences through the backend in the ledger suite.
 #include "NetSource.h"
 #include "UsagePeriods.h"
 
@@ -10,16 +9,8 @@
 
 using namespace velt;
 
-Q_DECLARE_METATYPE(velt::CounterReading)
-
 namespace {
-constexpr quint64 k32 = quint64(1) << 32;
 constexpr quint64 kMax64 = ~quint64(0);
-
-CounterReading reading(CounterReading::State state, quint64 rx, quint64 tx, qint64 ms, quint32 ifindex = 7)
-{
-    return CounterReading{state, ifindex, rx, tx, ms};
-}
 } // namespace
 
 class TstSdkLinuxUnits : public QObject
@@ -27,35 +18,6 @@ class TstSdkLinuxUnits : public QObject
     Q_OBJECT
 
 private slots:
-    void counterDelta_data()
-    {
-        QTest::addColumn<CounterReading>("previous");
-        QTest::addColumn<CounterReading>("current");
-        QTest::addColumn<quint64>("received");
-        QTest::addColumn<quint64>("sent");
-        QTest::addColumn<quint32>("receiveSpeed");
-        QTest::addColumn<quint32>("sendSpeed");
-        QTest::addColumn<quint64>("link"); // bytes per second; 0 unknown
-        const auto P = CounterReading::Present;
-        QTest::newRow("steady") << reading(P, 1000, 10, 0) << reading(P, 3000, 510, 2000) << 2000ull << 500ull << 1000u << 250u << 0ull;
-        QTest::newRow("suspend gap") << reading(P, 0, 0, 0) << reading(P, 60000, 6000, 3600000) << 60000ull << 6000ull << 0u << 0u << 0ull;
-        QTest::newRow("restored, time unknown") << reading(P, 10, 1, -1) << reading(P, 110, 11, 1000) << 100ull << 10ull << 0u << 0u << 0ull;
-        QTest::newRow("speed saturates") << reading(P, 0, 0, 0) << reading(P, 2 * k32, 0, 1000) << 2 * k32 << 0ull << 0xffffffffu << 0u
-                                         << 100'000'000'000ull / 8;
-    }
-
-    void counterDelta()
-    {
-        QFETCH(CounterReading, previous);
-        QFETCH(CounterReading, current);
-        QFETCH(quint64, link);
-        const CounterDelta delta = velt::counterDelta(previous, current, link);
-        QTEST(delta.received, "received");
-        QTEST(delta.sent, "sent");
-        QTEST(delta.receiveSpeed, "receiveSpeed");
-        QTEST(delta.sendSpeed, "sendSpeed");
-    }
-
     void netDev()
     {
         const QByteArray text = "Inter-|   Receive |  Transmit\n"
