@@ -15,7 +15,7 @@ namespace velt {
 
 struct VELTSDK_EXPORT LinuxOptions
 {
-    // The interface to measure; empty chooses one (see chooseInterface).
+    // One more interface to count, as interfaceNames.
     QString interfaceName;
     // Interfaces chosen explicitly (--interface, repeatable); empty: the
     // metered links, else the mobile names, else the default route's.

@@ -106,6 +106,9 @@ UsageLedger::UsageLedger(QString path, LedgerAccess access)
     : m_path(std::move(path))
     , m_access(access)
 {
+    // A reader has nothing to decide before opening, and resetTime() is then current at once.
+    if (m_access == LedgerAccess::ReadOnly)
+        open();
 }
 
 UsageLedger::~UsageLedger()

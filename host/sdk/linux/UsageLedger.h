@@ -85,6 +85,7 @@ public:
     static constexpr qint64 BucketSeconds = 900;
     static qint64 bucketStart(qint64 epochSeconds);
 
+    // A read-only ledger opens at once; it never writes, nor creates the file.
     UsageLedger(QString path, LedgerAccess access = LedgerAccess::ReadWrite);
     // Commits what is pending.
     ~UsageLedger();

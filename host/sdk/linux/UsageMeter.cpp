@@ -281,6 +281,7 @@ const MeterSnapshot& UsageMeter::step()
 
     // A monotonic clock that went backwards is another boot's: commit now.
     if (m_writer && (nowMs - m_lastCommitMs >= m_options.commitIntervalMs || nowMs < m_lastCommitMs)) {
+        m_ledger.refresh(); // a reset by a reading process
         m_ledger.commit();
         m_lastCommitMs = nowMs;
     }
