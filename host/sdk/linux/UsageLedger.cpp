@@ -484,11 +484,14 @@ bool UsageLedger::commit()
         open(m_resetTime); // a file that could not be opened may be usable now
     if (!isOpen())
         return false;
-    if (!m_setUp && !(setUp(reason) && prepareStatements(reason))) {
-        noteProblem(m_problem.isEmpty() ? QStringLiteral("The usage file cannot be written now; new usage is kept in memory")
-                                        : m_problem,
-                    reason);
-        return false;
+    if (!m_setUp) {
+        if (!(setUp(reason) && prepareStatements(reason))) {
+            noteProblem(m_problem.isEmpty() ? QStringLiteral("The usage file cannot be written now; new usage is kept in memory")
+                                            : m_problem,
+                        reason);
+            return false;
+        }
+        loadState(); // what it held while it could not be read
     }
     QSqlDatabase db = QSqlDatabase::database(m_connection, false);
     bool ok = db.transaction();
