@@ -228,6 +228,7 @@ bool NetSource::readDevices(QList<DeviceCounters>& devices)
     if (!readTable(m_devices))
         return false;
     m_devicesKnown = m_cached;
+    ++m_devicesVersion;
     devices = m_devices;
     return true;
 }

@@ -68,6 +68,8 @@ public:
     // sysfs, which costs far less than the whole table.
     bool readDevices(QList<DeviceCounters>& devices);
     void setWanted(const QStringList& names);
+    // Changes whenever the set of interfaces may have changed.
+    quint64 devicesVersion() const { return m_devicesVersion; }
     // Whether links, addresses or routes may have changed since the last
     // call; always true where no change notification is available.
     bool linksChanged();
@@ -99,6 +101,7 @@ private:
     QByteArray m_buffer;
     QList<DeviceCounters> m_devices; // as of the last full read, the wanted ones kept current
     bool m_devicesKnown = false;
+    quint64 m_devicesVersion = 0;
     QStringList m_wanted;
     QHash<QString, CounterFiles> m_counterFiles;
     QString m_defaultRoute;

@@ -197,6 +197,13 @@ const MeterSnapshot& UsageMeter::step()
         m_counted = counted;
         m_fallback = fallback;
         m_source.setWanted(counted);
+        m_present = m_presentNow;
+        if (m_source.devicesVersion() != m_devicesVersion) {
+            m_devicesVersion = m_source.devicesVersion();
+            m_presentNow.clear();
+            for (const DeviceCounters& device : devices)
+                m_presentNow.append(device.name);
+        }
 
         Usage booked;
         quint64 receiveSpeed = 0, sendSpeed = 0;
@@ -209,7 +216,7 @@ const MeterSnapshot& UsageMeter::step()
                 continue; // gone: its last reading stays, should it come back
             const LinkState link = m_source.linkState(name);
             const CounterReading current{CounterReading::Present, link.ifindex, device->received, device->sent, nowMs};
-            const QString key = link.ifindex ? QString::number(link.ifindex) : name;
+            const std::pair<quint32, QString> key{link.ifindex, link.ifindex ? QString() : name};
             const auto seen = m_seen.find(key);
             CounterReading previous;
             if (seen != m_seen.end()) {
@@ -218,8 +225,7 @@ const MeterSnapshot& UsageMeter::step()
                 previous = baselineReading(name, link.ifindex);
                 const auto index = m_indexByName.constFind(name);
                 // Appeared or re-created since the last sample: all its traffic is new.
-                const bool wasPresent = std::any_of(m_present.cbegin(), m_present.cend(),
-                                                    [&name](const DeviceCounters& d) { return d.name == name; });
+                const bool wasPresent = m_present.contains(name);
                 if (previous.state == CounterReading::Unknown && m_sampled
                     && (!wasPresent || (index != m_indexByName.constEnd() && *index != link.ifindex)))
                     previous.state = CounterReading::Absent;
@@ -255,7 +261,6 @@ const MeterSnapshot& UsageMeter::step()
             connected = connected || isConnected;
             m_seen[key] = Seen{current, name, isConnected};
         }
-        m_present = devices; // shared, not copied
         m_sampled = true;
 
         const qint64 elapsed = m_lastSampleMs < 0 ? 0 : nowMs - m_lastSampleMs;
@@ -335,9 +340,8 @@ void UsageMeter::updateReports(qint64 wallMs)
     reports[VELT_REPORT_YEAR] = since(m_startSeconds[3], until);
     reports[VELT_REPORT_LAST_RESET] = StatisticsRecord();
     reports[VELT_REPORT_LAST_RESET].resetTime = static_cast<quint32>(std::clamp<qint64>(m_ledger.resetTime(), 0, UINT32_MAX));
-    m_snapshot.history.clear();
-    for (qint64 firstBucket : m_tracked)
-        m_snapshot.history[firstBucket] = since(firstBucket, until);
+    for (auto& [firstBucket, record] : m_snapshot.history)
+        record = since(firstBucket, until);
 
     RecordingStatus& status = m_snapshot.status;
     status.recording = m_writer;
@@ -352,9 +356,12 @@ void UsageMeter::trackHistory(qint64 firstBucket)
     if (std::find(m_tracked.cbegin(), m_tracked.cend(), firstBucket) != m_tracked.cend())
         return;
     // The view asks one look-back at a time; a few cover a change of day.
-    if (m_tracked.size() >= 4)
+    if (m_tracked.size() >= 4) {
+        m_snapshot.history.erase(m_tracked.front());
         m_tracked.pop_front();
+    }
     m_tracked.push_back(firstBucket);
+    m_snapshot.history[firstBucket] = StatisticsRecord();
     updateReports(m_options.wallClockMs());
 }
 

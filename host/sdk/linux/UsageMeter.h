@@ -89,9 +89,12 @@ private:
     bool m_recorderRunning = false;
     bool m_warnedLock = false;
 
-    std::map<QString, Seen> m_seen; // by ifindex (name when unknown): a renamed link keeps its counters
+    // By ifindex, or by name where the index is unknown: a renamed link keeps its counters.
+    std::map<std::pair<quint32, QString>, Seen> m_seen;
     QHash<QString, quint32> m_indexByName;
-    QList<DeviceCounters> m_present; // the interfaces of the last readable sample
+    QStringList m_present;          // the interfaces of the last readable sample
+    QStringList m_presentNow;
+    quint64 m_devicesVersion = ~quint64(0);
     QHash<QString, bool> m_warnedImplausible;
     bool m_sampled = false;
     Usage m_overlay;                // a reader's: usage the writer has not committed yet
