@@ -434,6 +434,9 @@ bool UsageLedger::writePending(QString& reason)
     std::map<qint64, Usage> days;
     for (const auto& [key, usage] : m_pending) {
         const auto& [name, connection, bucket] = key;
+        if ((usage.received > quint64(kSqlMax) || usage.sent > quint64(kSqlMax)) && !std::exchange(m_warnedClamp, true))
+            qCWarning(lcLinux, "UsageLedger: usage of %s beyond what %s can hold; stored as the maximum",
+                      qUtf8Printable(name), qUtf8Printable(m_path));
         m_upsert->bindValue(0, name);
         m_upsert->bindValue(1, connection);
         m_upsert->bindValue(2, bucket);

@@ -156,6 +156,7 @@ private:
     qint64 m_resetTime = 0;
     QString m_problem;
     bool m_warnedRead = false;
+    bool m_warnedClamp = false;
 };
 
 } // namespace velt
