@@ -209,7 +209,8 @@ private slots:
 
     void counterSequences_data()
     {
-        // Each tick one second on: "name#ifindex=bytes" per device (both ways), "@Mb/s" for a reported speed.
+        // Each tick one second on: "name#ifindex=bytes" per device (both ways), "@Mb/s" for a reported
+        // speed, "!" for a link not metered now; every other one is.
         QTest::addColumn<QStringList>("ticks");
         QTest::addColumn<quint64>("booked");
         QTest::addColumn<bool>("warns");
@@ -226,7 +227,8 @@ private slots:
                                                << 1000ull << true;
         QTest::newRow("spike beyond the link's speed") << QStringList{"wwan0#5@1=0", "wwan0#5@1=200000", "wwan0#5@1=300000"}
                                                        << 100000ull << true;
-        QTest::newRow("renamed away and back") << QStringList{"wwan0#5=1000", "x#5=5000", "wwan0#5=16000"} << 15000ull << false;
+        QTest::newRow("renamed away and back") << QStringList{"wwan0#5=1000", "x#5!=5000", "wwan0#5=16000"} << 15000ull << false;
+        QTest::newRow("not metered for a while") << QStringList{"wlan0#5=1000", "wlan0#5!=5000", "wlan0#5=5500", "wlan0#5=5600"} << 100ull << false;
         QTest::newRow("re-created") << QStringList{"wwan0#5=1000", "wwan0#6=300"} << 300ull << false;
         QTest::newRow("gone, then re-created") << QStringList{"wwan0#5=1000", "", "wwan0#6=300", "wwan0#6=400"} << 400ull << false;
         QTest::newRow("appeared") << QStringList{"", "wwan0#5=700"} << 700ull << false;
@@ -241,15 +243,20 @@ private slots:
         if (warns)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression("jumped further than the link can carry"));
         m_proc->state->wallMs = kJuneMs;
-        auto backend = std::make_unique<LinuxBackend>(m_proc->options(database()));
+        auto links = std::make_shared<QList<LinkInfo>>();
+        LinuxOptions options = m_proc->options(database());
+        options.linkInfo = [links] { return *links; }; // read on the sampler while this thread waits in tickNow()
+        auto backend = std::make_unique<LinuxBackend>(options);
         for (int i = 0; i < ticks.size(); ++i) {
+            links->clear();
             m_proc->state->mutex.lock();
             m_proc->state->devices.clear();
             m_proc->state->mutex.unlock();
             for (const QString& device : ticks.at(i).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-                const QRegularExpressionMatch m = QRegularExpression("(\\w+)#(\\d+)(?:@(\\d+))?=(\\d+)").match(device);
+                const QRegularExpressionMatch m = QRegularExpression("(\\w+)#(\\d+)(?:@(\\d+))?(!?)=(\\d+)").match(device);
                 QVERIFY(m.hasMatch());
-                const quint64 bytes = m.captured(4).toULongLong();
+                const quint64 bytes = m.captured(5).toULongLong();
+                links->append(LinkInfo{m.captured(1), QString(), m.captured(4).isEmpty()});
                 m_proc->set(m.captured(1), bytes, bytes, m.captured(2).toUInt(), true, m.captured(3).toInt());
             }
             m_proc->advance(1000);

@@ -111,6 +111,7 @@ void UsageMeter::updateRole()
 bool UsageMeter::becomeWriter()
 {
     m_writer = true;
+    m_continuing = true;
     m_ledger.refresh();
     m_seen.clear();
     if (m_sampled)
@@ -222,7 +223,10 @@ const MeterSnapshot& UsageMeter::step()
             if (seen != m_seen.end()) {
                 previous = seen->second.reading;
             } else if (m_writer) {
-                previous = baselineReading(name, link.ifindex);
+                // The ledger's baseline continues a restart or another writer, nothing later:
+                // a link counted again after a pause starts afresh.
+                if (m_continuing)
+                    previous = baselineReading(name, link.ifindex);
                 const auto index = m_indexByName.constFind(name);
                 // Appeared or re-created since the last sample: all its traffic is new.
                 const bool wasPresent = m_present.contains(name);
@@ -262,6 +266,15 @@ const MeterSnapshot& UsageMeter::step()
             m_seen[key] = Seen{current, name, isConnected};
         }
         m_sampled = true;
+        m_continuing = false;
+        // A link still there but no longer counted (no longer metered, say)
+        // must not bring its uncounted traffic along when it is counted again.
+        for (auto it = m_seen.begin(); it != m_seen.end();) {
+            if (!counted.contains(it->second.name) && m_presentNow.contains(it->second.name))
+                it = m_seen.erase(it);
+            else
+                ++it;
+        }
 
         const qint64 elapsed = m_lastSampleMs < 0 ? 0 : nowMs - m_lastSampleMs;
         if (connected && !m_wasConnected) {

@@ -97,6 +97,7 @@ private:
     quint64 m_devicesVersion = ~quint64(0);
     QHash<QString, bool> m_warnedImplausible;
     bool m_sampled = false;
+    bool m_continuing = false; // the first sample as the writer
     Usage m_overlay;                // a reader's: usage the writer has not committed yet
     bool m_wasConnected = false;
     bool m_fallback = false;
