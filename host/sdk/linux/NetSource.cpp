@@ -326,6 +326,8 @@ bool NetSource::linksChanged()
         const ssize_t got = recv(m_netlinkFd, buffer, sizeof buffer, MSG_DONTWAIT);
         if (got > 0 || (got < 0 && errno == ENOBUFS)) { // ENOBUFS: events were lost
             changed = true;
+            if (got > 0)
+                noteRemovedLinks(buffer, size_t(got));
             continue;
         }
         if (got < 0 && errno == EINTR)
@@ -335,6 +337,40 @@ bool NetSource::linksChanged()
     if (changed)
         forget();
     return changed;
+}
+
+// A removed link's last counters come with the message that announces it:
+// the traffic since the last sample is not lost with the link.
+void NetSource::noteRemovedLinks(const char* data, size_t size)
+{
+    auto* header = reinterpret_cast<const nlmsghdr*>(data);
+    for (; NLMSG_OK(header, size); header = NLMSG_NEXT(header, size)) {
+        if (header->nlmsg_type != RTM_DELLINK || header->nlmsg_len < NLMSG_LENGTH(sizeof(ifinfomsg)))
+            continue;
+        const auto* info = static_cast<const ifinfomsg*>(NLMSG_DATA(header));
+        RemovedLink removed;
+        removed.ifindex = quint32(info->ifi_index);
+        bool haveStats = false;
+        int length = int(IFLA_PAYLOAD(header));
+        for (auto* attribute = IFLA_RTA(info); RTA_OK(attribute, length); attribute = RTA_NEXT(attribute, length)) {
+            if (attribute->rta_type == IFLA_IFNAME) {
+                removed.name = QString::fromUtf8(static_cast<const char*>(RTA_DATA(attribute)));
+            } else if (attribute->rta_type == IFLA_STATS64 && RTA_PAYLOAD(attribute) >= sizeof(rtnl_link_stats64)) {
+                rtnl_link_stats64 stats;
+                memcpy(&stats, RTA_DATA(attribute), sizeof stats);
+                removed.received = stats.rx_bytes;
+                removed.sent = stats.tx_bytes;
+                haveStats = true;
+            }
+        }
+        if (haveStats && !removed.name.isEmpty())
+            m_removed.append(removed);
+    }
+}
+
+QList<NetSource::RemovedLink> NetSource::takeRemovedLinks()
+{
+    return std::exchange(m_removed, {});
 }
 
 QString NetSource::defaultRouteInterface()

@@ -73,6 +73,16 @@ public:
     // Whether links, addresses or routes may have changed since the last
     // call; always true where no change notification is available.
     bool linksChanged();
+    struct RemovedLink
+    {
+        QString name;
+        quint32 ifindex = 0;
+        quint64 received = 0;
+        quint64 sent = 0;
+    };
+    // Links removed since the last call, with their last counters (real
+    // system only).
+    QList<RemovedLink> takeRemovedLinks();
     QString defaultRouteInterface();
     LinkState linkState(const QString& name);
     // What the link can carry, from its reported speed; 0 when unknown.
@@ -83,6 +93,7 @@ public:
 private:
     QByteArray readFile(const QString& relativePath) const;
     bool readTable(QList<DeviceCounters>& devices);
+    void noteRemovedLinks(const char* data, size_t size);
     bool readWanted();
     void forget();
 
@@ -104,6 +115,7 @@ private:
     quint64 m_devicesVersion = 0;
     QStringList m_wanted;
     QHash<QString, CounterFiles> m_counterFiles;
+    QList<RemovedLink> m_removed;
     QString m_defaultRoute;
     bool m_defaultRouteKnown = false;
     QHash<QString, LinkState> m_linkStates;

@@ -187,6 +187,8 @@ const MeterSnapshot& UsageMeter::step()
     // Unreadable counters: skip the sample, so the next readable one counts
     // the whole interval once.
     m_source.linksChanged();
+    if (m_writer)
+        bookRemovedLinks(wallMs, nowMs);
     if (m_source.readDevices(devices)) {
         const QList<LinkInfo> links = m_options.linkInfo ? m_options.linkInfo() : QList<LinkInfo>();
         bool fallback = false;
@@ -245,12 +247,12 @@ const MeterSnapshot& UsageMeter::step()
             const qint64 connectedMs =
                 connectedInterval(seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs);
             const Usage usage{delta.received, delta.sent, connectedMs};
+            QString connection;
+            for (const LinkInfo& info : links) {
+                if (info.interfaceName == name)
+                    connection = info.connection;
+            }
             if (m_writer) {
-                QString connection;
-                for (const LinkInfo& info : links) {
-                    if (info.interfaceName == name)
-                        connection = info.connection;
-                }
                 m_ledger.add(UsageKey{name, connection}, wallMs / 1000, usage);
                 m_ledger.setBaseline({name, m_bootId, link.ifindex, current.received, current.sent, nowMs});
             } else {
@@ -263,7 +265,7 @@ const MeterSnapshot& UsageMeter::step()
             receiveSpeed += delta.receiveSpeed;
             sendSpeed += delta.sendSpeed;
             connected = connected || isConnected;
-            m_seen[key] = Seen{current, name, isConnected};
+            m_seen[key] = Seen{current, name, isConnected, connection};
         }
         m_sampled = true;
         m_continuing = false;
@@ -305,6 +307,26 @@ const MeterSnapshot& UsageMeter::step()
     }
     updateReports(wallMs);
     return m_snapshot;
+}
+
+// Counted links that went since the last sample: their traffic up to the
+// end, from the counters the kernel reported as they went.
+void UsageMeter::bookRemovedLinks(qint64 wallMs, qint64 nowMs)
+{
+    for (const NetSource::RemovedLink& removed : m_source.takeRemovedLinks()) {
+        const auto seen = m_seen.find({removed.ifindex, QString()});
+        if (seen == m_seen.end() || seen->second.name != removed.name)
+            continue;
+        // Some drivers report a direction as zero by then: only an advance counts.
+        const CounterReading& last = seen->second.reading;
+        const Usage usage{removed.received > last.received ? removed.received - last.received : 0,
+                          removed.sent > last.sent ? removed.sent - last.sent : 0, 0};
+        const quint64 capacity = linkCapacity(m_source.linkBytesPerSecond(removed.name),
+                                              last.monotonicMs < 0 ? -1 : nowMs - last.monotonicMs);
+        if (usage.received <= capacity && usage.sent <= capacity)
+            m_ledger.add(UsageKey{removed.name, seen->second.connection}, wallMs / 1000, usage);
+        m_seen.erase(seen);
+    }
 }
 
 void UsageMeter::updatePeriods(qint64 wallSeconds, qint64 nowMs)

@@ -64,6 +64,7 @@ private:
         CounterReading reading;
         QString name;
         bool connected = false;
+        QString connection;
     };
 
     void updateRole();
@@ -71,6 +72,7 @@ private:
     void becomeReader();
     QStringList countedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links, bool& fallback);
     CounterReading baselineReading(const QString& name, quint32 ifindex) const;
+    void bookRemovedLinks(qint64 wallMs, qint64 nowMs);
     void updatePeriods(qint64 wallSeconds, qint64 nowMs);
     StatisticsRecord since(qint64 firstBucket, qint64 untilSeconds);
     void updateReports(qint64 wallMs);
