@@ -1,6 +1,6 @@
 // The Linux backend against the real kernel in a private network namespace:
 // known traffic over a veth pair, the interface deleted and re-created, the
-// backend restarted; the ledger must match the kernel's counters exactly.
+// recorder stopped by SIGTERM; the ledger must match the kernel's counters.
 // Needs root and ip from iproute2; skips otherwise.
 #include "LinuxBackend.h"
 #include "UsageLedger.h"
@@ -8,6 +8,8 @@
 #include <QtTest>
 
 #include <arpa/inet.h>
+#include <csignal>
+#include <pthread.h>
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/socket.h>
@@ -65,11 +67,6 @@ bool send(int fd, const char* to, int count, int size)
     return true;
 }
 
-struct Sink : TickSink
-{
-    std::atomic<int> connected{-1};
-    void tick(bool isConnected) override { connected = isConnected; }
-};
 } // namespace
 
 class TstSdkLinuxNetns : public QObject
@@ -150,53 +147,32 @@ private slots:
             ip({"netns", "del", m_peerNs});
     }
 
-    void ledgerMatchesKernelCounters()
+    void sigtermRightAfterABurst()
     {
+        // A recorder sampling every 200 ms; the link deleted and re-created under it, a burst, and
+        // SIGTERM before the next sample or commit: the ledger must hold every byte once.
         QTemporaryDir dir;
-        LinuxOptions options;
-        options.databasePath = dir.filePath(QStringLiteral("usage.sqlite"));
-        options.settingsPath = dir.filePath(QStringLiteral("netinfo-host.conf"));
-        options.interval = std::chrono::milliseconds(0); // samples when told, so the test knows when
-        Counters expected;
-        auto add = [&expected](const Counters& from, const Counters& to) {
-            expected.received += to.received - from.received;
-            expected.sent += to.sent - from.sent;
-        };
-
-        Sink sink;
-        auto backend = std::make_unique<LinuxBackend>(options);
-        QVERIFY(backend->isSupported());
-        Counters before = kernelCounters();
-        backend->start(&sink);
-        QVERIFY(traffic(200, 1000) && backend->tickNow());
-        QCOMPARE(backend->interfaceName(), QStringLiteral("va")); // the default route's
-        QCOMPARE(sink.connected.load(), 1);
-        add(before, kernelCounters());
-
-        // Deleted and re-created between two samples.
+        const QString database = dir.filePath(QStringLiteral("usage.sqlite"));
+        const Counters before = kernelCounters();
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--record-until-sigterm"), database});
+        QVERIFY(child.waitForReadyRead(10000) && child.readLine().startsWith("recording"));
+        QVERIFY(traffic(200, 1000));
+        QTest::qWait(300); // sampled before the link goes: a veth reports no final receive counter
+        const Counters old = kernelCounters();
         QVERIFY(ip({"link", "del", "va"}) && createLink());
-        QVERIFY(traffic(100, 700) && backend->tickNow());
-        add(Counters(), before = kernelCounters());
-
-        // Stopped, traffic meanwhile, started again on the same ledger.
-        backend.reset();
-        QVERIFY(traffic(30, 300));
-        backend = std::make_unique<LinuxBackend>(options);
-        backend->start(&sink);
-        QVERIFY(traffic(80, 900) && backend->tickNow());
-        add(before, kernelCounters());
+        QVERIFY(traffic(100, 700));
+        QTest::qWait(300);
+        QVERIFY(traffic(150, 1200));
+        child.terminate();
+        QVERIFY(child.waitForFinished(10000) && child.exitCode() == 0);
+        const Counters now = kernelCounters();
+        const Counters expected{old.received - before.received + now.received, old.sent - before.sent + now.sent};
+        const Usage total = UsageLedger(database, LedgerAccess::ReadOnly).total(0, INT32_MAX);
         QVERIFY(expected.sent > expected.received && expected.received > 100000);
-
-        StatisticsRecord all;
-        QCOMPARE(backend->history(~0ull, all), int(Ok));
-        QCOMPARE(all.bytesReceived, expected.received);
-        QCOMPARE(all.bytesSent, expected.sent);
-        backend.reset();
-        UsageLedger ledger(options.databasePath);
-        QVERIFY(ledger.open(0));
-        QCOMPARE(ledger.totalSince(0).received, expected.received);
-        QCOMPARE(ledger.totalSince(0).sent, expected.sent);
-        qInfo("ledger and kernel agree: %llu bytes received, %llu sent", expected.received, expected.sent);
+        QCOMPARE(total.received, expected.received);
+        QCOMPARE(total.sent, expected.sent);
+        qInfo("ledger and kernel agree after SIGTERM: %llu bytes received, %llu sent", total.received, total.sent);
     }
 
 private:
@@ -204,5 +180,35 @@ private:
     bool m_created = false;
 };
 
-QTEST_GUILESS_MAIN(TstSdkLinuxNetns)
+// The child: records on the real system until SIGTERM, then stops cleanly.
+int recordUntilSigterm(const QString& database)
+{
+    sigset_t term;
+    sigemptyset(&term);
+    sigaddset(&term, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &term, nullptr); // before any thread: only sigwait takes it
+    LinuxOptions options;
+    options.databasePath = database;
+    options.settingsPath = database + QStringLiteral(".conf");
+    options.role = RecordingRole::Recorder;
+    options.interfaceNames = {QStringLiteral("va")};
+    options.interval = std::chrono::milliseconds(200);
+    LinuxBackend backend(options);
+    backend.start(nullptr);
+    std::printf("recording %s\n", qPrintable(backend.interfaceName()));
+    std::fflush(stdout);
+    int signal = 0;
+    sigwait(&term, &signal);
+    backend.stop();
+    return 0;
+}
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--record-until-sigterm") == 0)
+        return recordUntilSigterm(QString::fromLocal8Bit(argv[2]));
+    TstSdkLinuxNetns test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_sdklinux_netns.moc"

@@ -1,6 +1,5 @@
-// The Linux backend's pure parts: counter arithmetic, the kernel tables,
-// the choice of interface and where periods begin.
-#include "CounterMath.h"
+// The Linux backend's pure parts: the kernel tables and where periods begin.
+// Counters are tested as sequences through the backend in the ledger suite.
 #include "NetSource.h"
 #include "UsagePeriods.h"
 
@@ -10,16 +9,8 @@
 
 using namespace velt;
 
-Q_DECLARE_METATYPE(velt::CounterReading)
-
 namespace {
-constexpr quint64 k32 = quint64(1) << 32;
 constexpr quint64 kMax64 = ~quint64(0);
-
-CounterReading reading(CounterReading::State state, quint64 rx, quint64 tx, qint64 ms, quint32 ifindex = 7)
-{
-    return CounterReading{state, ifindex, rx, tx, ms};
-}
 } // namespace
 
 class TstSdkLinuxUnits : public QObject
@@ -27,51 +18,6 @@ class TstSdkLinuxUnits : public QObject
     Q_OBJECT
 
 private slots:
-    void counterDelta_data()
-    {
-        QTest::addColumn<CounterReading>("previous");
-        QTest::addColumn<CounterReading>("current");
-        QTest::addColumn<quint64>("received");
-        QTest::addColumn<quint64>("sent");
-        QTest::addColumn<quint32>("receiveSpeed");
-        QTest::addColumn<quint32>("sendSpeed");
-        const auto P = CounterReading::Present;
-        QTest::newRow("steady") << reading(P, 1000, 10, 0) << reading(P, 3000, 510, 2000) << 2000ull << 500ull << 1000u << 250u;
-        QTest::newRow("32-bit wrap") << reading(P, k32 - 100, 5, 0) << reading(P, 400, 5, 1000) << 500ull << 0ull << 500u << 0u;
-        QTest::newRow("64-bit wrap") << reading(P, kMax64 - 99, 0, 0) << reading(P, 50, 0, 1000) << 150ull << 0ull << 150u << 0u;
-        QTest::newRow("counter reset") << reading(P, 900000, 80000, 0) << reading(P, 300, 20, 1000) << 300ull << 20ull << 300u << 20u;
-        QTest::newRow("big 64-bit drop is a reset") << reading(P, 5 * k32, 0, 0) << reading(P, 64, 0, 1000) << 64ull << 0ull << 64u << 0u;
-        QTest::newRow("re-created") << reading(P, 5000, 500, 0) << reading(P, 7000, 700, 1000, 9) << 7000ull << 700ull << 0u << 0u;
-        QTest::newRow("appeared") << reading(CounterReading::Absent, 0, 0, 0) << reading(P, 42, 4, 1000) << 42ull << 4ull << 0u << 0u;
-        QTest::newRow("disappeared") << reading(P, 42, 4, 0) << reading(CounterReading::Absent, 0, 0, 1000) << 0ull << 0ull << 0u << 0u;
-        QTest::newRow("no earlier reading") << CounterReading() << reading(P, 42, 4, 1000) << 0ull << 0ull << 0u << 0u;
-        QTest::newRow("suspend gap") << reading(P, 0, 0, 0) << reading(P, 60000, 6000, 3600000) << 60000ull << 6000ull << 0u << 0u;
-        QTest::newRow("restored, time unknown") << reading(P, 10, 1, -1) << reading(P, 110, 11, 1000) << 100ull << 10ull << 0u << 0u;
-        QTest::newRow("clock backwards") << reading(P, 10, 1, 5000) << reading(P, 110, 11, 4000) << 100ull << 10ull << 0u << 0u;
-        QTest::newRow("speed saturates") << reading(P, 0, 0, 0) << reading(P, 40 * k32, 0, 1000) << 40 * k32 << 0ull << 0xffffffffu << 0u;
-    }
-
-    void counterDelta()
-    {
-        QFETCH(CounterReading, previous);
-        QFETCH(CounterReading, current);
-        const CounterDelta delta = velt::counterDelta(previous, current);
-        QTEST(delta.received, "received");
-        QTEST(delta.sent, "sent");
-        QTEST(delta.receiveSpeed, "receiveSpeed");
-        QTEST(delta.sendSpeed, "sendSpeed");
-    }
-
-    void connectedInterval()
-    {
-        // Only an observed interval with the link up at both ends counts.
-        QCOMPARE(velt::connectedInterval(true, true, 1003), 1003);
-        QCOMPARE(velt::connectedInterval(false, true, 1000), 0);
-        QCOMPARE(velt::connectedInterval(true, false, 1000), 0);
-        QCOMPARE(velt::connectedInterval(true, true, 7200000), 0); // suspend
-        QCOMPARE(velt::connectedInterval(true, true, -500), 0);    // clock backwards
-    }
-
     void netDev()
     {
         const QByteArray text = "Inter-|   Receive |  Transmit\n"
@@ -115,33 +61,6 @@ private slots:
         QFETCH(QByteArray, ipv4);
         QFETCH(QByteArray, ipv6);
         QTEST(parseDefaultRoute(ipv4, ipv6), "expected");
-    }
-
-    void chooseInterface_data()
-    {
-        // "name" or "name+" (connected); the route names the default route's interface.
-        QTest::addColumn<QString>("fixed");
-        QTest::addColumn<QStringList>("present");
-        QTest::addColumn<QString>("route");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("modem over default route") << "" << QStringList{"eth0+", "wwan0"} << "eth0" << "wwan0";
-        QTest::newRow("ppp") << "" << QStringList{"lo", "wlan0+", "ppp0+"} << "wlan0" << "ppp0";
-        QTest::newRow("connected modem first") << "" << QStringList{"wwan0", "wwp0s20u4+"} << "" << "wwp0s20u4";
-        QTest::newRow("modem with the route") << "" << QStringList{"usb0", "wwan1"} << "wwan1" << "wwan1";
-        QTest::newRow("default route") << "" << QStringList{"lo", "eth0+", "wlan0+"} << "wlan0" << "wlan0";
-        QTest::newRow("nothing") << "" << QStringList{"lo"} << "" << "";
-        QTest::newRow("fixed wins") << "eth1" << QStringList{"wwan0+"} << "wwan0" << "eth1";
-    }
-
-    void chooseInterface()
-    {
-        QFETCH(QString, fixed);
-        QFETCH(QStringList, present);
-        QFETCH(QString, route);
-        QList<InterfaceCandidate> candidates;
-        for (const QString& entry : present)
-            candidates.append({QString(entry).remove(QLatin1Char('+')), entry.endsWith(QLatin1Char('+'))});
-        QTEST(velt::chooseInterface(fixed, candidates, route), "expected");
     }
 
     void periods_data()

@@ -17,22 +17,28 @@ quint32 speed(quint64 bytes, qint64 elapsedMs)
 }
 } // namespace
 
-quint64 counterAdvance(quint64 before, quint64 after)
+quint64 linkCapacity(quint64 bytesPerSecond, qint64 elapsedMs)
 {
-    if (after >= before)
-        return after - before;
-    if (before < k32BitRange) {
-        const quint64 wrapped = (k32BitRange - before) + after;
-        if (wrapped < k32BitRange / 2)
-            return wrapped;
-        return after;
-    }
-    // Unsigned arithmetic: this is the distance across 2^64.
-    const quint64 wrapped = after - before;
-    return wrapped < (quint64(1) << 63) ? wrapped : after;
+    const quint64 rate = bytesPerSecond ? bytesPerSecond : kDefaultLinkBytesPerSecond;
+    if (elapsedMs < 0)
+        return std::numeric_limits<quint64>::max();
+    const long double bytes = static_cast<long double>(rate) * std::max<qint64>(elapsedMs, 1000) / 1000.0L;
+    return bytes >= 1.8e19L ? std::numeric_limits<quint64>::max() : static_cast<quint64>(bytes);
 }
 
-CounterDelta counterDelta(const CounterReading& previous, const CounterReading& current)
+qint64 counterAdvance(quint64 before, quint64 after, quint64 capacity)
+{
+    // Half the signed range: beyond any link, and the ledger's sums stay exact.
+    capacity = std::min<quint64>(capacity, quint64(1) << 62);
+    quint64 advance = after;
+    if (after >= before)
+        advance = after - before;
+    else if (before < k32BitRange && k32BitRange - before + after <= capacity)
+        advance = k32BitRange - before + after;
+    return advance <= capacity ? qint64(advance) : -1;
+}
+
+CounterDelta counterDelta(const CounterReading& previous, const CounterReading& current, quint64 linkBytesPerSecond)
 {
     CounterDelta delta;
     if (current.state != CounterReading::Present || previous.state == CounterReading::Unknown)
@@ -40,16 +46,19 @@ CounterDelta counterDelta(const CounterReading& previous, const CounterReading& 
 
     const bool recreated = previous.state == CounterReading::Absent
         || (previous.ifindex != 0 && current.ifindex != 0 && previous.ifindex != current.ifindex);
-    if (recreated) {
-        delta.received = current.received;
-        delta.sent = current.sent;
-        return delta; // no speed: when it appeared is unknown
+    const qint64 elapsed = previous.monotonicMs < 0 || current.monotonicMs < 0 ? -1
+                                                                                : current.monotonicMs - previous.monotonicMs;
+    // A clock that went backwards means another boot's or a broken clock: no bound.
+    const quint64 capacity = linkCapacity(linkBytesPerSecond, recreated || elapsed < 0 ? -1 : elapsed);
+    const qint64 received = counterAdvance(recreated ? 0 : previous.received, current.received, capacity);
+    const qint64 sent = counterAdvance(recreated ? 0 : previous.sent, current.sent, capacity);
+    if (received < 0 || sent < 0) {
+        delta.implausible = true;
+        return delta;
     }
-
-    delta.received = counterAdvance(previous.received, current.received);
-    delta.sent = counterAdvance(previous.sent, current.sent);
-    const qint64 elapsed = previous.monotonicMs < 0 ? 0 : current.monotonicMs - previous.monotonicMs;
-    if (elapsed > 0 && elapsed <= kMaxObservedGapMs) {
+    delta.received = quint64(received);
+    delta.sent = quint64(sent);
+    if (!recreated && elapsed > 0 && elapsed <= kMaxObservedGapMs) {
         delta.elapsedMs = elapsed;
         delta.receiveSpeed = speed(delta.received, elapsed);
         delta.sendSpeed = speed(delta.sent, elapsed);

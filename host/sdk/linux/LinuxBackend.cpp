@@ -3,6 +3,8 @@
 #include "LinuxLog.h"
 #include "UsageMeter.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace velt {
@@ -94,6 +96,8 @@ void LinuxBackend::run(std::promise<void>& ready)
     m_running = false;
     lock.unlock();
 
+    // A clean stop loses nothing: the traffic up to now is counted and written.
+    publish(m_meter->step());
     m_meter.reset(); // the final commit, on the connection's own thread
     m_workerId = std::thread::id();
 }
@@ -148,14 +152,41 @@ int LinuxBackend::report(int kind, StatisticsRecord& record)
 
 int LinuxBackend::history(quint64 seconds, StatisticsRecord& record)
 {
-    StatisticsRecord result;
-    const int status = onWorker([&](UsageMeter& meter) {
-        result = meter.history(seconds);
-        return int(Ok);
-    });
-    if (status == Ok)
-        record = result;
-    return status;
+    const qint64 now = m_options.wallClockMs() / 1000;
+    const qint64 from = seconds >= quint64(std::max<qint64>(now, 0)) ? std::numeric_limits<qint64>::min() / 2
+                                                                     : now - qint64(seconds);
+    const qint64 firstBucket = UsageLedger::bucketStart(from);
+    {
+        std::lock_guard lock(m_mutex);
+        if (!m_running || m_stopping)
+            return CallFailed;
+    }
+    if (m_workerId.load() == std::this_thread::get_id()) {
+        m_meter->trackHistory(firstBucket);
+        record = m_meter->snapshot().history.at(firstBucket);
+        return Ok;
+    }
+    {
+        std::lock_guard lock(m_snapshotMutex);
+        const auto known = m_snapshot->history.find(firstBucket);
+        if (known != m_snapshot->history.end()) {
+            record = known->second;
+            return Ok;
+        }
+    }
+    // A new look-back: worked out on the sampler, answered from the next
+    // snapshot on. The caller never waits for the ledger.
+    {
+        std::lock_guard lock(m_mutex);
+        if (!m_running || m_stopping)
+            return CallFailed;
+        m_tasks.emplace_back([this, firstBucket] {
+            m_meter->trackHistory(firstBucket);
+            publish(m_meter->snapshot());
+        });
+    }
+    m_wake.notify_all();
+    return CallFailed;
 }
 
 int LinuxBackend::reset(int flag)
@@ -184,11 +215,7 @@ QString LinuxBackend::interfaceName() const
 RecordingStatus LinuxBackend::recordingStatus() const
 {
     std::lock_guard lock(m_snapshotMutex);
-    RecordingStatus status;
-    status.recording = true;
-    if (!m_snapshot->interfaceName.isEmpty())
-        status.counted = {m_snapshot->interfaceName};
-    return status;
+    return m_snapshot->status;
 }
 
 } // namespace velt

@@ -2,13 +2,16 @@
 // once per interval on a thread of its own, books the traffic in the usage
 // ledger and ticks the SDK from that thread.
 //
-// Reports are answered from the figures of the last sample, without waiting
-// on anything slow; history and reset run on the backend's thread, where the
-// ledger's connection lives (directly when called from inside a tick).
+// Reports and history are answered from the figures of the last sample,
+// without waiting on anything slow: a look-back not asked before fails once
+// and is in every snapshot from the next one on. Reset runs on the backend's
+// thread, where the ledger's connection lives (directly when called from
+// inside a tick).
 //
-// Usage is written at most every commitIntervalMs and on stop. After a crash
-// a restart in the same boot recovers the unwritten traffic from the
-// counters; after a reboot at most that window is lost.
+// Usage is written at most every commitIntervalMs and on stop, which takes a
+// last sample first. After a crash a restart in the same boot recovers the
+// unwritten traffic from the counters; after a reboot at most that window is
+// lost.
 //
 // history(key) counts whole 15-minute buckets: it includes every bucket that
 // overlaps the last `key` seconds, so it may report up to 15 minutes more
@@ -46,10 +49,10 @@ public:
     // Opens the ledger and takes the first sample before it returns, so the
     // reports are current from the start.
     int start(TickSink* sink) override;
-    // Writes what is pending and closes the ledger.
+    // Takes a last sample, writes what is pending and closes the ledger.
     void stop() override;
     int report(int kind, StatisticsRecord& record) override;
-    // Fails while the backend is stopped.
+    // Fails while the backend is stopped, and once for a new look-back.
     int history(quint64 seconds, StatisticsRecord& record) override;
     // Clears every period and the history, stamps the reset time; the live
     // connection figures go on. Fails while stopped.

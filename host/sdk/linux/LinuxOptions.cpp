@@ -26,8 +26,8 @@ LinuxOptions LinuxOptions::resolved() const
         options.settingsPath = HostPaths::hostSettingsFile();
     if (options.procRoot.isEmpty())
         options.procRoot = QStringLiteral("/proc");
-    if (!options.linkState)
-        options.linkState = systemLinkState;
+    if (options.sysRoot.isEmpty())
+        options.sysRoot = QStringLiteral("/sys");
     if (!options.wallClockMs)
         options.wallClockMs = [] { return QDateTime::currentMSecsSinceEpoch(); };
     if (!options.monotonicMs)

@@ -15,7 +15,7 @@ namespace velt {
 
 struct VELTSDK_EXPORT LinuxOptions
 {
-    // The interface to measure; empty chooses one (see chooseInterface).
+    // One more interface to count, as interfaceNames.
     QString interfaceName;
     // Interfaces chosen explicitly (--interface, repeatable); empty: the
     // metered links, else the mobile names, else the default route's.
@@ -28,6 +28,7 @@ struct VELTSDK_EXPORT LinuxOptions
     // Empty: HostPaths::hostSettingsFile(), where the period start days are.
     QString settingsPath;
     QString procRoot = QStringLiteral("/proc");
+    QString sysRoot = QStringLiteral("/sys"); // class/net/<name>/speed
     NetSource::LinkStateFn linkState; // empty: getifaddrs
     std::function<qint64()> wallClockMs; // empty: the system clock
     // Measures intervals; empty: CLOCK_BOOTTIME, which keeps running in

@@ -6,10 +6,17 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <tuple>
 #include <utility>
 
 #include <arpa/inet.h>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <linux/netlink.h>
+#include <linux/rtnetlink.h>
+#include <unistd.h>
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
@@ -31,28 +38,54 @@ bool parseHex(const QByteArray& field, quint64& value)
 
 QList<DeviceCounters> parseNetDev(const QByteArray& text, int* malformedLines)
 {
+    // Walks the buffer in place: this runs every second.
     QList<DeviceCounters> devices;
     int malformed = 0;
-    const QList<QByteArray> lines = text.split('\n');
-    for (const QByteArray& line : lines) {
-        const int colon = line.indexOf(':');
-        if (colon < 0)
-            continue; // the two header lines and the empty last one
-        const QByteArray name = line.left(colon).trimmed();
-        const QList<QByteArray> fields = line.mid(colon + 1).simplified().split(' ');
-        bool receivedOk = false;
-        bool sentOk = false;
-        DeviceCounters device;
-        if (fields.size() >= 16) {
-            device.received = fields.at(0).toULongLong(&receivedOk);
-            device.sent = fields.at(8).toULongLong(&sentOk);
+    const char* p = text.constData();
+    const char* const end = p + text.size();
+    while (p < end) {
+        const char* eol = static_cast<const char*>(memchr(p, '\n', size_t(end - p)));
+        if (!eol)
+            eol = end;
+        const char* colon = static_cast<const char*>(memchr(p, ':', size_t(eol - p)));
+        if (colon) { // the two header lines have none
+            const char* nameStart = p;
+            while (nameStart < colon && *nameStart == ' ')
+                ++nameStart;
+            quint64 fields[9] = {};
+            int count = 0;
+            const char* f = colon + 1;
+            while (count < 16 && f < eol) {
+                while (f < eol && (*f == ' ' || *f == '\t'))
+                    ++f;
+                if (f == eol)
+                    break;
+                const char* digits = f;
+                quint64 value = 0;
+                bool overflow = false;
+                while (f < eol && *f >= '0' && *f <= '9') {
+                    const quint64 digit = quint64(*f - '0');
+                    overflow = overflow || value > (~quint64(0) - digit) / 10;
+                    value = value * 10 + digit;
+                    ++f;
+                }
+                if (f == digits || overflow || (f < eol && *f != ' ' && *f != '\t'))
+                    break;
+                if (count < 9)
+                    fields[count] = value;
+                ++count;
+            }
+            if (count >= 16 && nameStart < colon) {
+                DeviceCounters device;
+                device.name = QString::fromUtf8(nameStart, int(colon - nameStart)).trimmed();
+                device.received = fields[0];
+                device.sent = fields[8];
+                devices.append(device);
+            } else {
+                ++malformed;
+            }
         }
-        if (name.isEmpty() || !receivedOk || !sentOk) {
-            ++malformed;
-            continue;
-        }
-        device.name = QString::fromUtf8(name);
-        devices.append(device);
+        p = eol + 1;
     }
     if (malformedLines)
         *malformedLines = malformed;
@@ -107,25 +140,6 @@ bool isMobileBroadbandName(const QString& name)
     return false;
 }
 
-QString chooseInterface(const QString& fixed, const QList<InterfaceCandidate>& present, const QString& defaultRoute)
-{
-    if (!fixed.isEmpty())
-        return fixed;
-    QList<InterfaceCandidate> mobile;
-    for (const InterfaceCandidate& candidate : present) {
-        if (isMobileBroadbandName(candidate.name))
-            mobile.append(candidate);
-    }
-    if (mobile.isEmpty())
-        return defaultRoute;
-    auto rank = [&defaultRoute](const InterfaceCandidate& c) {
-        return std::make_tuple(!c.connected, c.name != defaultRoute, c.name);
-    };
-    return std::min_element(mobile.cbegin(), mobile.cend(),
-                            [&rank](const auto& a, const auto& b) { return rank(a) < rank(b); })
-        ->name;
-}
-
 LinkState systemLinkState(const QString& name)
 {
     LinkState state;
@@ -156,10 +170,35 @@ LinkState systemLinkState(const QString& name)
     return state;
 }
 
-NetSource::NetSource(QString procRoot, LinkStateFn linkState)
+NetSource::NetSource(QString procRoot, LinkStateFn linkState, QString sysRoot)
     : m_root(std::move(procRoot))
+    , m_sysRoot(std::move(sysRoot))
     , m_linkState(linkState ? std::move(linkState) : LinkStateFn(systemLinkState))
+    , m_cached(!linkState && m_root == QLatin1String("/proc"))
 {
+    if (!m_cached)
+        return;
+    m_netlinkFd = socket(AF_NETLINK, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, NETLINK_ROUTE);
+    sockaddr_nl local{};
+    local.nl_family = AF_NETLINK;
+    local.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
+    if (m_netlinkFd >= 0 && bind(m_netlinkFd, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0) {
+        ::close(m_netlinkFd);
+        m_netlinkFd = -1;
+    }
+    if (m_netlinkFd < 0) {
+        qCWarning(lcLinux, "LinuxBackend: no link change notifications (%s); asking every sample", strerror(errno));
+        m_cached = false;
+    }
+}
+
+NetSource::~NetSource()
+{
+    forget();
+    for (int fd : {m_devFd, m_netlinkFd}) {
+        if (fd >= 0)
+            ::close(fd);
+    }
 }
 
 QByteArray NetSource::readFile(const QString& relativePath) const
@@ -175,32 +214,199 @@ bool NetSource::isReadable() const
     return QFile::exists(m_root + QStringLiteral("/self/net/dev"));
 }
 
+void NetSource::setWanted(const QStringList& names)
+{
+    m_wanted = names;
+}
+
 bool NetSource::readDevices(QList<DeviceCounters>& devices)
 {
-    QFile file(m_root + QStringLiteral("/self/net/dev"));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (m_cached && m_devicesKnown && readWanted()) {
+        devices = m_devices;
+        return true;
+    }
+    if (!readTable(m_devices))
+        return false;
+    m_devicesKnown = m_cached;
+    ++m_devicesVersion;
+    devices = m_devices;
+    return true;
+}
+
+// The wanted interfaces' counters from their kept sysfs files; false when
+// one cannot be read (gone before its netlink message arrived).
+bool NetSource::readWanted()
+{
+    for (DeviceCounters& device : m_devices) {
+        if (!m_wanted.contains(device.name))
+            continue;
+        auto files = m_counterFiles.find(device.name);
+        if (files == m_counterFiles.end()) {
+            const QByteArray base = QFile::encodeName(m_sysRoot + QStringLiteral("/class/net/") + device.name
+                                                      + QStringLiteral("/statistics/"));
+            files = m_counterFiles.insert(device.name, CounterFiles{::open((base + "rx_bytes").constData(), O_RDONLY | O_CLOEXEC),
+                                                                    ::open((base + "tx_bytes").constData(), O_RDONLY | O_CLOEXEC)});
+        }
+        for (auto [fd, value] : {std::pair{files->received, &device.received}, std::pair{files->sent, &device.sent}}) {
+            char text[24];
+            const ssize_t size = fd < 0 ? -1 : pread(fd, text, sizeof text - 1, 0);
+            if (size <= 0)
+                return false;
+            text[size] = 0;
+            char* end = nullptr;
+            *value = strtoull(text, &end, 10);
+            if (end == text)
+                return false;
+        }
+    }
+    return true;
+}
+
+bool NetSource::readTable(QList<DeviceCounters>& devices)
+{
+    const QString path = m_root + QStringLiteral("/self/net/dev");
+    // A fake root's file is replaced between samples: open it each time.
+    if (m_devFd < 0 || !m_cached) {
+        if (m_devFd >= 0)
+            ::close(m_devFd);
+        m_devFd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    }
+    qint64 size = -1;
+    if (m_devFd >= 0) {
+        if (m_buffer.size() < 4096)
+            m_buffer.resize(4096);
+        for (;;) {
+            size = pread(m_devFd, m_buffer.data(), size_t(m_buffer.size()), 0);
+            if (size < m_buffer.size() || m_buffer.size() >= (1 << 22))
+                break;
+            m_buffer.resize(m_buffer.size() * 2); // many interfaces: read it whole
+        }
+    }
+    if (size < 0) {
         if (!std::exchange(m_warnedUnreadable, true))
-            qCWarning(lcLinux, "LinuxBackend: cannot read interface counters from %s: %s",
-                      qUtf8Printable(file.fileName()), qUtf8Printable(file.errorString()));
+            qCWarning(lcLinux, "LinuxBackend: cannot read interface counters from %s: %s", qUtf8Printable(path),
+                      strerror(errno));
+        if (m_devFd >= 0)
+            ::close(m_devFd);
+        m_devFd = -1;
         return false;
     }
     m_warnedUnreadable = false;
     int malformed = 0;
-    devices = parseNetDev(file.readAll(), &malformed);
+    devices = parseNetDev(QByteArray::fromRawData(m_buffer.constData(), int(size)), &malformed);
     if (malformed > 0 && !std::exchange(m_warnedMalformed, true))
-        qCWarning(lcLinux, "LinuxBackend: skipped %d unreadable line(s) of %s", malformed,
-                  qUtf8Printable(file.fileName()));
+        qCWarning(lcLinux, "LinuxBackend: skipped %d unreadable line(s) of %s", malformed, qUtf8Printable(path));
     return true;
 }
 
-QString NetSource::defaultRouteInterface() const
+void NetSource::forget()
 {
-    return parseDefaultRoute(readFile(QStringLiteral("self/net/route")), readFile(QStringLiteral("self/net/ipv6_route")));
+    for (const CounterFiles& files : std::as_const(m_counterFiles)) {
+        for (int fd : {files.received, files.sent}) {
+            if (fd >= 0)
+                ::close(fd);
+        }
+    }
+    m_counterFiles.clear();
+    m_devicesKnown = false;
+    m_defaultRouteKnown = false;
+    m_linkStates.clear();
+    m_speeds.clear();
 }
 
-LinkState NetSource::linkState(const QString& name) const
+bool NetSource::linksChanged()
 {
-    return name.isEmpty() ? LinkState() : m_linkState(name);
+    if (!m_cached) {
+        forget();
+        return true;
+    }
+    bool changed = false;
+    char buffer[8192];
+    for (;;) {
+        const ssize_t got = recv(m_netlinkFd, buffer, sizeof buffer, MSG_DONTWAIT);
+        if (got > 0 || (got < 0 && errno == ENOBUFS)) { // ENOBUFS: events were lost
+            changed = true;
+            if (got > 0)
+                noteRemovedLinks(buffer, size_t(got));
+            continue;
+        }
+        if (got < 0 && errno == EINTR)
+            continue;
+        break;
+    }
+    if (changed)
+        forget();
+    return changed;
+}
+
+// A removed link's last counters come with the message that announces it:
+// the traffic since the last sample is not lost with the link.
+void NetSource::noteRemovedLinks(const char* data, size_t size)
+{
+    auto* header = reinterpret_cast<const nlmsghdr*>(data);
+    for (; NLMSG_OK(header, size); header = NLMSG_NEXT(header, size)) {
+        if (header->nlmsg_type != RTM_DELLINK || header->nlmsg_len < NLMSG_LENGTH(sizeof(ifinfomsg)))
+            continue;
+        const auto* info = static_cast<const ifinfomsg*>(NLMSG_DATA(header));
+        RemovedLink removed;
+        removed.ifindex = quint32(info->ifi_index);
+        bool haveStats = false;
+        int length = int(IFLA_PAYLOAD(header));
+        for (auto* attribute = IFLA_RTA(info); RTA_OK(attribute, length); attribute = RTA_NEXT(attribute, length)) {
+            if (attribute->rta_type == IFLA_IFNAME) {
+                removed.name = QString::fromUtf8(static_cast<const char*>(RTA_DATA(attribute)));
+            } else if (attribute->rta_type == IFLA_STATS64 && RTA_PAYLOAD(attribute) >= sizeof(rtnl_link_stats64)) {
+                rtnl_link_stats64 stats;
+                memcpy(&stats, RTA_DATA(attribute), sizeof stats);
+                removed.received = stats.rx_bytes;
+                removed.sent = stats.tx_bytes;
+                haveStats = true;
+            }
+        }
+        if (haveStats && !removed.name.isEmpty())
+            m_removed.append(removed);
+    }
+}
+
+QList<NetSource::RemovedLink> NetSource::takeRemovedLinks()
+{
+    return std::exchange(m_removed, {});
+}
+
+QString NetSource::defaultRouteInterface()
+{
+    if (!m_cached || !m_defaultRouteKnown) {
+        m_defaultRoute = parseDefaultRoute(readFile(QStringLiteral("self/net/route")),
+                                           readFile(QStringLiteral("self/net/ipv6_route")));
+        m_defaultRouteKnown = true;
+    }
+    return m_defaultRoute;
+}
+
+LinkState NetSource::linkState(const QString& name)
+{
+    if (name.isEmpty())
+        return LinkState();
+    if (!m_cached)
+        return m_linkState(name);
+    auto known = m_linkStates.constFind(name);
+    if (known == m_linkStates.constEnd())
+        known = m_linkStates.insert(name, m_linkState(name));
+    return *known;
+}
+
+quint64 NetSource::linkBytesPerSecond(const QString& name)
+{
+    auto known = m_speeds.constFind(name);
+    if (known != m_speeds.constEnd())
+        return *known;
+    QFile file(m_sysRoot + QStringLiteral("/class/net/") + name + QStringLiteral("/speed"));
+    bool ok = false;
+    // Mb/s; -1 or an error (EINVAL) while the link is down or has no notion of speed.
+    const qint64 megabits = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong(&ok) : 0;
+    const quint64 bytes = ok && megabits > 0 ? quint64(megabits) * 125000 : 0;
+    m_speeds.insert(name, bytes);
+    return bytes;
 }
 
 QByteArray NetSource::bootId() const

@@ -1,8 +1,15 @@
 // The usage ledger: bytes sent, bytes received and connected time per
-// interface in 15-minute buckets, in an SQLite file (WAL). Writes are
-// batched: add() keeps usage pending in memory until commit(), and every
-// total includes what is pending. The counter baseline is written in the
-// same transaction, so after a crash the ledger and the baseline agree.
+// interface and connection in 15-minute buckets, in an SQLite file (WAL),
+// with a per-day roll-up so that a year's sum reads a few hundred rows.
+// Writes are batched: add() keeps usage pending in memory until commit(), and
+// every total includes what is pending. The counter baselines are written in
+// the same transaction, so the ledger and the baselines always agree and
+// whoever writes next continues exactly where the last writer stopped.
+//
+// A ledger that is busy, locked or cannot be written is never discarded:
+// usage stays in memory, every commit tries again and problem() says why.
+// Only a file that is not SQLite, fails its integrity check or comes from a
+// newer version is moved aside.
 //
 // Not thread-safe: the connection belongs to the thread that opened it.
 #pragma once
@@ -10,10 +17,15 @@
 #include "veltsdk.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <map>
+#include <memory>
+#include <tuple>
 #include <utility>
+
+class QSqlQuery;
 
 namespace velt {
 
@@ -24,16 +36,30 @@ struct Usage
     qint64 connectedMs = 0;
 
     bool isEmpty() const { return received == 0 && sent == 0 && connectedMs == 0; }
-    Usage& operator+=(const Usage& other)
+    // Saturates: a total never wraps to a small number.
+    Usage& operator+=(const Usage& other);
+};
+
+struct UsageKey
+{
+    QString interfaceName;
+    QString connection; // empty when unknown
+    bool operator<(const UsageKey& other) const
     {
-        received += other.received;
-        sent += other.sent;
-        connectedMs += other.connectedMs;
-        return *this;
+        return std::tie(interfaceName, connection) < std::tie(other.interfaceName, other.connection);
     }
 };
 
-// The last counters the ledger accounted for, to continue from after a restart.
+struct KeyedUsage
+{
+    UsageKey key;
+    Usage usage;
+};
+
+enum class LedgerAccess { ReadWrite, ReadOnly };
+
+// The last counters the ledger accounted for on one interface, to continue
+// from after a restart or a change of writer.
 struct CounterBaseline
 {
     QString interfaceName;
@@ -41,45 +67,61 @@ struct CounterBaseline
     quint32 ifindex = 0;
     quint64 received = 0;
     quint64 sent = 0;
+    qint64 monotonicMs = -1; // the boot clock when read; -1 unknown
 
     bool isValid() const { return !interfaceName.isEmpty(); }
+    bool operator==(const CounterBaseline& o) const
+    {
+        return interfaceName == o.interfaceName && bootId == o.bootId && ifindex == o.ifindex && received == o.received
+            && sent == o.sent && monotonicMs == o.monotonicMs;
+    }
 };
 
 class VELTSDK_EXPORT UsageLedger
 {
 public:
     // 15 minutes: every time zone's midnight falls on a bucket boundary, so
-    // days, weeks, months and years are exact; history(key) is not (below).
+    // days, weeks, months and years are exact; history(key) is not.
     static constexpr qint64 BucketSeconds = 900;
     static qint64 bucketStart(qint64 epochSeconds);
 
-    explicit UsageLedger(QString path);
+    // A read-only ledger opens at once; it never writes, nor creates the file.
+    UsageLedger(QString path, LedgerAccess access = LedgerAccess::ReadWrite);
     // Commits what is pending.
     ~UsageLedger();
     UsageLedger(const UsageLedger&) = delete;
     UsageLedger& operator=(const UsageLedger&) = delete;
 
-    // Opens or creates the file. A file that is corrupt or cannot be read is
-    // renamed to <path>.corrupt-<time> (with its -wal and -shm) and a fresh
-    // ledger started. False when no file could be used: usage is then kept in
-    // memory only, and every operation still works.
-    bool open(qint64 nowSeconds);
-    bool isPersistent() const { return !m_connection.isEmpty(); }
+    // Opens (read-write: creates or upgrades) the file. False when the file
+    // cannot be used now; every operation still works on what is in memory,
+    // and problem() says why. The queries open the ledger if nobody did.
+    bool open(qint64 nowSeconds = 0);
+    bool isOpen() const { return !m_connection.isEmpty(); }
     QString path() const { return m_path; }
+    // Empty while the ledger works as it should; else a sentence for the user.
+    QString problem() const { return m_problem; }
 
-    void add(const QString& interfaceName, qint64 atSeconds, const Usage& usage);
+    void add(const UsageKey& key, qint64 atSeconds, const Usage& usage);
     void setBaseline(const CounterBaseline& baseline);
-    CounterBaseline baseline() const { return m_baseline; }
-    bool hasPending() const { return !m_pending.empty() || m_baselineDirty; }
-    // Writes the pending usage and the baseline in one transaction. On
-    // failure they stay pending, for the next try.
+    const std::map<QString, CounterBaseline>& baselines() const { return m_baselines; }
+    // A flag that stays once set (written with the next commit).
+    void setFlag(const QString& name);
+    bool flag(const QString& name) const;
+    bool hasPending() const { return !m_pending.empty() || !m_dirtyBaselines.empty() || !m_pendingFlags.empty(); }
+    // Writes the pending usage and baselines in one transaction. On failure
+    // they stay pending for the next try.
     bool commit();
     void close();
+    // Picks up what another process wrote since the last call; true when
+    // anything changed. For a reader beside a writer.
+    bool refresh();
 
-    // All interfaces' usage in the buckets from the one holding fromSeconds
-    // on, pending included. For a bucket-aligned start (a period) this is
-    // exact; for any other start it includes up to one bucket more than asked.
-    Usage totalSince(qint64 fromSeconds);
+    // All usage in the buckets from the one holding fromSeconds up to (not
+    // including) untilSeconds, pending included. Bucket-aligned bounds (the
+    // periods) are exact; any other start includes up to one bucket more.
+    Usage total(qint64 fromSeconds, qint64 untilSeconds);
+    // The same per interface and connection; pending included.
+    QList<KeyedUsage> usageByKey(qint64 fromSeconds, qint64 untilSeconds);
 
     // Deletes every bucket, pending ones too, and stamps the reset time.
     bool reset(qint64 nowSeconds);
@@ -87,20 +129,34 @@ public:
     qint64 resetTime() const { return m_resetTime; }
 
 private:
-    bool openFile(qint64 nowSeconds, QString& reason);
+    enum class Failure { None, Damaged, Unavailable };
+    Failure openFile(QString& reason);
+    bool setUp(QString& reason);
+    bool prepareStatements(QString& reason);
+    void loadState();
     void closeConnection();
     QString moveAside();
-    bool writeBaseline();
-    Usage committedSince(qint64 firstBucket, bool& ok);
+    bool writePending(QString& reason);
+    Usage committedTotal(qint64 firstBucket, qint64 endBucket, bool& ok);
+    void noteProblem(const QString& problem, const QString& reason);
 
     QString m_path;
+    LedgerAccess m_access;
     QString m_connection; // empty while no file is open
-    std::map<std::pair<QString, qint64>, Usage> m_pending;
-    std::map<qint64, Usage> m_committedSince; // by first bucket
-    CounterBaseline m_baseline;
-    bool m_baselineDirty = false;
+    bool m_setUp = false; // schema current: writes may go ahead
+    bool m_openTried = false;
+    std::unique_ptr<QSqlQuery> m_upsert, m_upsertDay, m_writeBaseline, m_sum, m_dataVersion;
+    qint64 m_dataVersionSeen = -1;
+
+    std::map<std::tuple<QString, QString, qint64>, Usage> m_pending; // interface, connection, bucket
+    std::map<std::pair<qint64, qint64>, Usage> m_committedCache;    // by [first, end) bucket
+    std::map<QString, CounterBaseline> m_baselines;
+    std::map<QString, bool> m_dirtyBaselines;
+    std::map<QString, bool> m_flags, m_pendingFlags;
     qint64 m_resetTime = 0;
-    bool m_warnedCommit = false;
+    QString m_problem;
+    bool m_warnedRead = false;
+    bool m_warnedClamp = false;
 };
 
 } // namespace velt
