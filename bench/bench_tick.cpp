@@ -185,7 +185,7 @@ int main(int argc, char* argv[])
     target.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     QTemporaryDir ledger;
     velt::LinuxOptions options;
-    options.interfaceName = QStringLiteral("lo");
+    options.interfaceNames = {QStringLiteral("lo")};
     options.interfaceNames = {QStringLiteral("lo")};
     options.databasePath = ledger.path() + QStringLiteral("/usage.sqlite");
     options.settingsPath = ledger.path() + QStringLiteral("/netinfo-host.conf");

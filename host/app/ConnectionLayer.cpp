@@ -61,8 +61,6 @@ void ConnectionLayer::start(const Options& options)
     if (!options.simulate) {
         velt::LinuxOptions linuxOptions;
         linuxOptions.interfaceNames = options.interfaceNames;
-        // A backend that counts one interface takes the first named.
-        linuxOptions.interfaceName = options.interfaceNames.value(0);
         if (!m_metered)
             m_metered = std::make_unique<MeteredLinks>();
         MeteredLinks* metered = m_metered.get();

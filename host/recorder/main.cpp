@@ -71,8 +71,6 @@ int main(int argc, char* argv[])
         }
         options.interfaceNames << name.trimmed();
     }
-    // A backend that counts one interface takes the first named.
-    options.interfaceName = options.interfaceNames.value(0);
     MeteredLinks links;
     options.linkInfo = [&links] { return links.snapshot(); };
 

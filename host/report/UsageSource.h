@@ -11,17 +11,8 @@
 
 namespace report {
 
-struct UsageKey
-{
-    QString interfaceName;
-    QString connection; // empty when unknown
-};
-
-struct KeyedUsage
-{
-    UsageKey key;
-    velt::Usage usage;
-};
+using velt::KeyedUsage;
+using velt::UsageKey;
 
 class UsageSource
 {

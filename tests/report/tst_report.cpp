@@ -159,7 +159,7 @@ private slots:
             velt::UsageLedger ledger(home.userFile("usage.sqlite"));
             const qint64 now = QDateTime::currentSecsSinceEpoch();
             QVERIFY(ledger.open(now));
-            ledger.add("lo", now, {1500, 700, 90000});
+            ledger.add({QStringLiteral("lo"), QString()}, now, {1500, 700, 90000});
             QVERIFY(ledger.commit());
         }
         QProcess process;

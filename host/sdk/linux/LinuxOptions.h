@@ -15,8 +15,6 @@ namespace velt {
 
 struct VELTSDK_EXPORT LinuxOptions
 {
-    // One more interface to count, as interfaceNames.
-    QString interfaceName;
     // Interfaces chosen explicitly (--interface, repeatable); empty: the
     // metered links, else the mobile names, else the default route's.
     QStringList interfaceNames;

@@ -29,7 +29,7 @@ class QSqlQuery;
 
 namespace velt {
 
-struct Usage
+struct VELTSDK_EXPORT Usage
 {
     quint64 received = 0;
     quint64 sent = 0;

@@ -134,8 +134,6 @@ QStringList UsageMeter::countedSet(const QList<DeviceCounters>& devices, const Q
 {
     fallback = false;
     QStringList counted = m_options.interfaceNames;
-    if (!m_options.interfaceName.isEmpty() && !counted.contains(m_options.interfaceName))
-        counted.append(m_options.interfaceName);
     if (!counted.isEmpty())
         return counted;
     for (const LinkInfo& link : links) {
