@@ -8,6 +8,7 @@
 
 #include <QDateTime>
 #include <QList>
+#include <QMetaType>
 #include <QString>
 
 namespace notify {
@@ -69,3 +70,5 @@ private:
 };
 
 } // namespace notify
+
+Q_DECLARE_METATYPE(notify::LimitStatus)
