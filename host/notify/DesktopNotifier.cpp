@@ -28,7 +28,10 @@ bool DesktopNotifier::hasActions()
         const QDBusReply<QStringList> reply = m_bus.call(
             QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("GetCapabilities")), QDBus::Block,
             5000);
-        m_actions = reply.isValid() && reply.value().contains(QLatin1String("actions")) ? 1 : 0;
+        // A server not up yet is asked again next time.
+        if (!reply.isValid())
+            return false;
+        m_actions = reply.value().contains(QLatin1String("actions")) ? 1 : 0;
     }
     return m_actions == 1;
 }

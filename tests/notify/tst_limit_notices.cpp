@@ -96,10 +96,9 @@ void LimitNoticesTest::notices()
     first.check(figures, windowShown, "wwan0", QDate(2026, 3, 10));
     LimitNotices restarted(files, *m_connection);
     restarted.check(figures, false, "wwan0", QDate(2026, 3, 10));
-    QCOMPARE(server.actionsSent.size(), windowShown ? 0 : 1);
+    QCOMPARE(server.actionsSent, windowShown ? QList<QStringList>{} : QList<QStringList>{actions});
     if (windowShown)
         return;
-    QCOMPARE(server.actionsSent.first(), actions);
 
     QSignalSpy disconnects(&first.notifier(), &DesktopNotifier::disconnectRequested);
     QSignalSpy opens(&first.notifier(), &DesktopNotifier::openRequested);
