@@ -141,6 +141,15 @@ void ConnectionLayer::setConnectionControl(std::unique_ptr<ConnectionControl> co
             });
 }
 
+void ConnectionLayer::disconnectInterface(const QString& name)
+{
+    if (m_source != Source::Real || !connectedLinks().contains(name)) {
+        emit message(tr("%1 is no longer connected, so nothing was disconnected for it.").arg(name));
+        return;
+    }
+    m_control->disconnectInterface(name);
+}
+
 void ConnectionLayer::disconnectLink()
 {
     if (m_source == Source::Simulated) {

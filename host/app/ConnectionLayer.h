@@ -56,6 +56,8 @@ public:
     // Takes down the links remembered at the last "connected"; failures and
     // links already gone arrive as message().
     void disconnectLink();
+    // Takes down only name, as a warning about that device asks.
+    void disconnectInterface(const QString& name);
     // Replaces how the real connection is taken down (tests).
     void setConnectionControl(std::unique_ptr<ConnectionControl> control);
     // Replaces how the connected links are found (tests).

@@ -12,6 +12,7 @@
 #include "CountedInterfacesDialog.h"
 #include "SettingsDialog.h"
 #include "Startup.h"
+#include "Autostart.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -19,6 +20,8 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QMessageBox>
+#include <QMenu>
+#include <QSystemTrayIcon>
 #include <QTextStream>
 
 #include <algorithm>
@@ -52,7 +55,8 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
     const QCommandLineOption lang(QStringLiteral("lang"),
                                   QStringLiteral("Show the texts in <language>: %1.").arg(codes.join(QLatin1String(", "))),
                                   QStringLiteral("language"));
-    parser.addOptions({screenshot, quitAfter, verbose, simulate, interface, lang});
+    const QCommandLineOption tray(QStringLiteral("tray"), QStringLiteral("Start hidden in the tray (at login)."));
+    parser.addOptions({screenshot, quitAfter, verbose, simulate, interface, lang, tray});
     if (!parser.parse(arguments)) {
         message = parser.errorText();
         return false;
@@ -64,6 +68,7 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
         QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true\nqt.core.qobject.connect.warning=true"));
 
     options.screenshotPath = parser.value(screenshot);
+    options.startInTray = parser.isSet(tray);
     options.connection.simulate = parser.isSet(simulate);
     options.connection.interfaceNames.clear();
     for (const QString& name : parser.values(interface)) {
@@ -185,8 +190,11 @@ int HostApplication::start()
                             << QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations"))
                             << "; showing text keys\n";
 
-    if (!m_options.connection.simulate && !lockInstance())
-        return 1;
+    if (!m_options.connection.simulate) {
+        if (!lockInstance())
+            return 1;
+        m_singleInstance.listen();
+    }
     if (!m_module.load()) {
         reportFatal(QStringLiteral("Cannot start the network information view.\n%1").arg(m_module.errorString()));
         return 1;
@@ -213,13 +221,19 @@ int HostApplication::start()
     // The panel comes back through the notification service (event 4116).
     notify->Notify(HostIds::MsgCreateStatusPanel, 0, 0);
 
+    setUpTray();
     // Lay the window out first so the view gets its real rectangle.
-    m_window.show();
+    if (m_options.startInTray && m_tray->isAvailable())
+        m_window.adjustSize();
+    else
+        m_window.show();
     QRect rect = m_window.viewRect();
     plugin->ShowWindow(m_window.viewArea(), rect);
 
     updateRecordingState();
     m_recordingTimer.start(2000);
+    checkLimits();
+    m_limitTimer.start(10000);
     if (m_options.quitAfterSeconds >= 0)
         m_quitTimer.start(int(m_options.quitAfterSeconds * 1000));
     return 0;
@@ -334,6 +348,7 @@ void HostApplication::shutdown()
     m_bRunning = false;
     m_quitTimer.stop();
     m_recordingTimer.stop();
+    m_limitTimer.stop();
     IUIPlugin* plugin = m_module.uiPlugin();
     plugin->UnSDKRegisterEvent();
     plugin->OnDestroy();
@@ -407,4 +422,47 @@ void HostApplication::finishRun()
         }
     }
     QCoreApplication::quit();
+}
+
+void HostApplication::setUpTray()
+{
+    m_tray = std::make_unique<TrayIcon>(&m_window, !m_options.headless && QSystemTrayIcon::isSystemTrayAvailable());
+    connect(&m_singleInstance, &SingleInstance::showRequested, m_tray.get(), &TrayIcon::showWindow);
+    connect(m_tray.get(), &TrayIcon::settingsRequested, this, &HostApplication::openSettings);
+    // The history window comes with its own slot on the main window.
+    if (m_window.metaObject()->indexOfMethod("showHistory()") >= 0) {
+        m_tray->setHistoryAvailable(true);
+        connect(m_tray.get(), &TrayIcon::historyRequested, &m_window, [this] {
+            QMetaObject::invokeMethod(&m_window, "showHistory");
+        });
+    }
+    QAction* autostart = m_window.toolsMenu()->addAction(tr("Start in the tray at login"));
+    autostart->setCheckable(true);
+    autostart->setChecked(Autostart::isEnabled());
+    connect(autostart, &QAction::toggled, this, [this, autostart](bool on) {
+        QString error;
+        if (!Autostart::setEnabled(on, error)) {
+            showMessage(tr("Cannot change %1: %2").arg(Autostart::entryPath(), error));
+            const QSignalBlocker blocker(autostart);
+            autostart->setChecked(!on);
+        }
+    });
+
+    if (m_connection.source() != ConnectionLayer::Source::Real)
+        return;
+    m_limitNotices = std::make_unique<LimitNotices>(LimitNotices::defaults());
+    connect(m_limitNotices.get(), &LimitNotices::statusChanged, m_tray.get(), &TrayIcon::setStatus);
+    connect(&m_limitNotices->notifier(), &DesktopNotifier::openRequested, m_tray.get(), &TrayIcon::showWindow);
+    connect(&m_limitNotices->notifier(), &DesktopNotifier::disconnectRequested, &m_connection,
+            &ConnectionLayer::disconnectInterface);
+    connect(&m_limitTimer, &QTimer::timeout, this, &HostApplication::checkLimits);
+}
+
+void HostApplication::checkLimits()
+{
+    // Only the process that records warns; the recorder does while this one waits.
+    if (!m_limitNotices || !m_connection.recordingStatus().recording)
+        return;
+    const bool shown = m_window.isVisible() && !m_window.isMinimized();
+    m_limitNotices->refresh(shown, m_connection.interfaceName());
 }

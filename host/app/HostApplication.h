@@ -4,9 +4,12 @@
 
 #include "ConnectionLayer.h"
 #include "HostServices.h"
+#include "LimitNotices.h"
 #include "MainWindow.h"
 #include "PluginModule.h"
 #include "SignalWatcher.h"
+#include "SingleInstance.h"
+#include "TrayIcon.h"
 
 #include <QLockFile>
 #include <QObject>
@@ -23,6 +26,7 @@ struct HostOptions
     QString screenshotPath; // empty: none (headless runs fall back to the default)
     double quitAfterSeconds = -1; // negative: run until closed
     bool headless = false;
+    bool startInTray = false; // --tray: the window stays hidden where a tray exists
     ConnectionLayer::Options connection;
     bool interfacesGiven = false; // --interface overrides the counted-interfaces setting
     QString language; // empty: the one chosen last time, else English
@@ -72,6 +76,8 @@ private:
     void onViewAreaResized(const QRect& rect);
     void openSettings();
     void finishRun();
+    void setUpTray();
+    void checkLimits();
 
     HostOptions m_options;
     // Declared first so the services outlive the window and the plug-in.
@@ -83,5 +89,9 @@ private:
     QTimer m_quitTimer;
     QTimer m_recordingTimer;
     SignalWatcher m_stopSignals;
+    SingleInstance m_singleInstance;
+    std::unique_ptr<TrayIcon> m_tray;
+    std::unique_ptr<LimitNotices> m_limitNotices;
+    QTimer m_limitTimer;
     bool m_bRunning = false;
 };

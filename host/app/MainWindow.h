@@ -32,6 +32,7 @@ public:
     void setSource(bool simulated, const QString& interfaceName);
     // Who counts, in the status bar; a problem is shown beside it.
     void setRecordingState(const QString& text, const QString& problem);
+    QMenu* toolsMenu() const { return m_pToolsMenu; }
     // Whether Tools offers to keep counting in the background.
     void setBackgroundOffered(bool offered);
 

@@ -1,6 +1,7 @@
 // The NetInfo host: loads the plug-in module and gives it a main window.
 #include "HostApplication.h"
 #include "PluginMessageFormat.h"
+#include "SingleInstance.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -26,6 +27,9 @@ int main(int argc, char* argv[])
         QTextStream(stderr) << "netinfo: " << message << '\n';
         return 2;
     }
+    // A second start brings the running window forward and leaves.
+    if (!options.connection.simulate && SingleInstance::activateRunning())
+        return 0;
     HostApplication host(options);
     if (const int code = host.start())
         return code;

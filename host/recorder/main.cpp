@@ -1,11 +1,15 @@
 // netinfo-recorder: counts the metered links into the usage ledger in the
 // background, without a window, so usage is recorded while NetInfo is closed.
+#include "LimitNotices.h"
 #include "LinuxBackend.h"
 #include "MeteredLinks.h"
+#include "NetworkManagerControl.h"
 #include "SignalWatcher.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -108,6 +112,34 @@ int main(int argc, char* argv[])
         lastState = state;
     });
     statusTimer.start(5000);
+
+    // While this process records, the limit warnings are its to give.
+    LimitNotices notices(LimitNotices::defaults());
+    NetworkManagerControl control;
+    QObject::connect(&notices.notifier(), &DesktopNotifier::disconnectRequested, &control,
+                     &ConnectionControl::disconnectInterface);
+    QObject::connect(&control, &ConnectionControl::disconnectFinished, &app,
+                     [](const QString& name, const DisconnectResult& result) {
+                         if (result.ok)
+                             qCInfo(lcRecorder, "%s disconnected from the limit warning", qUtf8Printable(name));
+                         else
+                             qCWarning(lcRecorder, "cannot disconnect %s: %s", qUtf8Printable(name),
+                                       qUtf8Printable(result.message));
+                     });
+    QObject::connect(&notices.notifier(), &DesktopNotifier::openRequested, &app, [] {
+        const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/netinfo");
+        const QString program = QFileInfo(beside).isExecutable() ? beside : QStringLiteral("netinfo");
+        if (!QProcess::startDetached(program, {}))
+            qCWarning(lcRecorder, "cannot start %s", qUtf8Printable(program));
+    });
+    QTimer limitTimer;
+    QObject::connect(&limitTimer, &QTimer::timeout, &app, [&] {
+        const velt::RecordingStatus status = backend->recordingStatus();
+        // Disconnect needs one device to act on; several counted links get no such button.
+        if (status.recording)
+            notices.refresh(false, status.counted.size() == 1 ? status.counted.first() : QString());
+    });
+    limitTimer.start(10000);
 
     const int code = app.exec();
     backend->stop();

@@ -1,0 +1,65 @@
+#include "LimitNotices.h"
+
+#include "HostPaths.h"
+
+#include <QLoggingCategory>
+
+Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
+
+LimitNotices::Files LimitNotices::defaults()
+{
+    const QString dir = HostPaths::userDataDir();
+    return {dir + QStringLiteral("/usage.sqlite"), HostPaths::hostSettingsFile(),
+            dir + QStringLiteral("/DataUsageLimit.ini"), dir + QStringLiteral("/limit-warnings.ini")};
+}
+
+LimitNotices::LimitNotices(Files files, const QDBusConnection& bus, QObject* parent)
+    : QObject(parent)
+    , m_files(std::move(files))
+    , m_watch(m_files.limits, m_files.state)
+    , m_notifier(bus)
+{
+}
+
+QString LimitNotices::summary(notify::Crossing crossing)
+{
+    switch (crossing) {
+    case notify::Crossing::DataWarning: return tr("Data usage is nearing the limit");
+    case notify::Crossing::DataLimit: return tr("Data usage limit reached");
+    case notify::Crossing::TimeWarning: return tr("Connection time is nearing the limit");
+    case notify::Crossing::TimeLimit: return tr("Connection time limit reached");
+    }
+    return QString();
+}
+
+bool LimitNotices::refresh(bool windowShown, const QString& device, const QDateTime& now)
+{
+    notify::PeriodFigures figures;
+    QString error;
+    if (!notify::LimitWatch::periodFigures(m_files.ledger, m_files.hostSettings, m_files.limits, now, figures,
+                                           error)) {
+        if (error != m_lastError)
+            qCWarning(lcNotifier, "no limit warnings for now: %s", qUtf8Printable(error));
+        m_lastError = error;
+        return false;
+    }
+    m_lastError.clear();
+    check(figures, windowShown, device, now.date());
+    return true;
+}
+
+void LimitNotices::check(const notify::PeriodFigures& figures, bool windowShown, const QString& device,
+                         const QDate& today)
+{
+    const QList<notify::Crossing> due = m_watch.check(figures, today);
+    m_status = m_watch.status(figures, today);
+    emit statusChanged(m_status);
+    if (windowShown)
+        return;
+    for (notify::Crossing crossing : due) {
+        const QString body = device.isEmpty()
+                                 ? tr("%1 % of this period's limit used.").arg(m_status.percent)
+                                 : tr("%1 % of this period's limit used on %2.").arg(m_status.percent).arg(device);
+        m_notifier.notify(summary(crossing), body, device);
+    }
+}

@@ -1,0 +1,48 @@
+// The limit warnings of whichever process records: desktop notifications
+// for each crossing, once per period, and silence while the window is shown
+// because the view's own dialog is the warning then.
+#pragma once
+
+#include "DesktopNotifier.h"
+#include "LimitWatch.h"
+
+#include <QObject>
+
+class LimitNotices : public QObject
+{
+    Q_OBJECT
+public:
+    struct Files
+    {
+        QString ledger;       // the usage ledger, read-only here
+        QString hostSettings; // the period start days
+        QString limits;       // DataUsageLimit.ini
+        QString state;        // the warnings already given
+    };
+    // The user's files under HostPaths.
+    static Files defaults();
+
+    explicit LimitNotices(Files files, const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                          QObject* parent = nullptr);
+
+    // Reads the period's use and checks it; false (logged once) when the
+    // ledger cannot be read.
+    bool refresh(bool windowShown, const QString& device, const QDateTime& now = QDateTime::currentDateTime());
+    // The crossings of these figures, notified unless windowShown.
+    void check(const notify::PeriodFigures& figures, bool windowShown, const QString& device, const QDate& today);
+
+    notify::LimitStatus status() const { return m_status; }
+    DesktopNotifier& notifier() { return m_notifier; }
+
+    static QString summary(notify::Crossing crossing);
+
+signals:
+    void statusChanged(const notify::LimitStatus& status);
+
+private:
+    Files m_files;
+    notify::LimitWatch m_watch;
+    DesktopNotifier m_notifier;
+    notify::LimitStatus m_status;
+    QString m_lastError;
+};
