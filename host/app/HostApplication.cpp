@@ -460,9 +460,9 @@ void HostApplication::setUpTray()
 
 void HostApplication::checkLimits()
 {
-    // Only the process that records warns; the recorder does while this one waits.
+    // Only the process that records keeps the warnings' state; the view's
+    // dialog is the warning while this application runs, so nothing is sent.
     if (!m_limitNotices || !m_connection.recordingStatus().recording)
         return;
-    const bool shown = m_window.isVisible() && !m_window.isMinimized();
-    m_limitNotices->refresh(shown, m_connection.interfaceName());
+    m_limitNotices->refresh(true, m_connection.interfaceName());
 }

@@ -2,7 +2,12 @@
 
 #include "HostPaths.h"
 
+#include <QLockFile>
 #include <QLoggingCategory>
+#include <QSysInfo>
+
+#include <cerrno>
+#include <csignal>
 
 Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
 
@@ -32,7 +37,7 @@ QString LimitNotices::summary(notify::Crossing crossing)
     return QString();
 }
 
-bool LimitNotices::refresh(bool windowShown, const QString& device, const QDateTime& now)
+bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTime& now)
 {
     notify::PeriodFigures figures;
     QString error;
@@ -44,17 +49,17 @@ bool LimitNotices::refresh(bool windowShown, const QString& device, const QDateT
         return false;
     }
     m_lastError.clear();
-    check(figures, windowShown, device, now.date());
+    check(figures, viewWarns, device, now.date());
     return true;
 }
 
-void LimitNotices::check(const notify::PeriodFigures& figures, bool windowShown, const QString& device,
+void LimitNotices::check(const notify::PeriodFigures& figures, bool viewWarns, const QString& device,
                          const QDate& today)
 {
     const QList<notify::Crossing> due = m_watch.check(figures, today);
     m_status = m_watch.status(figures, today);
     emit statusChanged(m_status);
-    if (windowShown)
+    if (viewWarns)
         return;
     for (notify::Crossing crossing : due) {
         const QString body = device.isEmpty()
@@ -62,4 +67,23 @@ void LimitNotices::check(const notify::PeriodFigures& figures, bool windowShown,
                                  : tr("%1 % of this period's limit used on %2.").arg(m_status.percent).arg(device);
         m_notifier.notify(summary(crossing), body, device);
     }
+}
+
+QString LimitNotices::defaultApplicationLock()
+{
+    return HostPaths::userDataDir() + QStringLiteral("/netinfo.lock");
+}
+
+bool LimitNotices::applicationRunning(const QString& lockPath)
+{
+    // Read, never taken: taking it even for a moment could turn an
+    // application starting now away.
+    QLockFile lock(lockPath);
+    qint64 pid = 0;
+    QString hostName, appName;
+    if (!lock.getLockInfo(&pid, &hostName, &appName) || pid <= 0)
+        return false;
+    if (hostName != QSysInfo::machineHostName())
+        return false;
+    return ::kill(pid_t(pid), 0) == 0 || errno == EPERM;
 }

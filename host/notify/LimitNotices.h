@@ -1,6 +1,6 @@
 // The limit warnings of whichever process records: desktop notifications
-// for each crossing, once per period, and silence while the window is shown
-// because the view's own dialog is the warning then.
+// for each crossing, once per period, and silence while the application runs
+// because its view's own dialog is the warning then (shown even from the tray).
 #pragma once
 
 #include "DesktopNotifier.h"
@@ -27,9 +27,13 @@ public:
 
     // Reads the period's use and checks it; false (logged once) when the
     // ledger cannot be read.
-    bool refresh(bool windowShown, const QString& device, const QDateTime& now = QDateTime::currentDateTime());
-    // The crossings of these figures, notified unless windowShown.
-    void check(const notify::PeriodFigures& figures, bool windowShown, const QString& device, const QDate& today);
+    bool refresh(bool viewWarns, const QString& device, const QDateTime& now = QDateTime::currentDateTime());
+    // The crossings of these figures, notified unless viewWarns; either way
+    // each is given once per period.
+    void check(const notify::PeriodFigures& figures, bool viewWarns, const QString& device, const QDate& today);
+    // Whether the application holds its instance lock (its view then warns).
+    static bool applicationRunning(const QString& lockPath = defaultApplicationLock());
+    static QString defaultApplicationLock();
 
     notify::LimitStatus status() const { return m_status; }
     DesktopNotifier& notifier() { return m_notifier; }

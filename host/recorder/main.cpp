@@ -137,7 +137,8 @@ int main(int argc, char* argv[])
         const velt::RecordingStatus status = backend->recordingStatus();
         // Disconnect needs one device to act on; several counted links get no such button.
         if (status.recording)
-            notices.refresh(false, status.counted.size() == 1 ? status.counted.first() : QString());
+            notices.refresh(LimitNotices::applicationRunning(),
+                            status.counted.size() == 1 ? status.counted.first() : QString());
     });
     limitTimer.start(10000);
 
