@@ -167,7 +167,7 @@ QByteArray toOpenMetrics(const QList<PeriodUsage>& report, const allowance::Figu
               QByteArray::number(figures.percent, 'f', 2));
     }
     if (figures.daysLeft >= 0)
-        gauge("netinfo_limit_days_left", "days", "Calendar days left in the limit period, today included.",
+        gauge("netinfo_limit_left_days", "days", "Calendar days left in the limit period, today included.",
               QByteArray::number(figures.daysLeft));
     out += "# EOF\n";
     return out;

@@ -169,6 +169,60 @@ private slots:
         QVERIFY2(printed.contains(output), qPrintable(printed));
         QTEST(process.exitCode(), "exitCode");
     }
+
+    // The real parser reads the real binary's output on a ledger with a limit.
+    void openMetrics_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::newRow("family with unit") << "# netinfo_received_bytes counter bytes";
+        QTest::newRow("counter") << "netinfo_received_bytes_total{period=\"limit\"} 1500";
+        QTest::newRow("limit") << "netinfo_limit_bytes{} 1.04858e+08";
+        QTest::newRow("percent") << "# netinfo_limit_used_percent gauge percent";
+        QTest::newRow("calibrated use") << "netinfo_limit_used_bytes{} 3000";
+        QTest::newRow("calibration") << "netinfo_limit_adjustment_bytes{} 800";
+    }
+
+    void openMetrics()
+    {
+        QFETCH(QString, line);
+        TestHome home;
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini", "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
+                                                         "chkVolume=true\nSizeVolume=100\n"));
+        {
+            velt::UsageLedger ledger(home.userFile("usage.sqlite"));
+            const qint64 now = QDateTime::currentSecsSinceEpoch();
+            QVERIFY(ledger.open(now));
+            ledger.add({QStringLiteral("lo"), QString()}, now, {1500, 700, 90000});
+            QVERIFY(ledger.commit());
+            const QDateTime monthStart = allowance::currentLimitPeriod(QDateTime::currentDateTime(), {}, {}).start;
+            QVERIFY(ledger.addAdjustment(monthStart.toSecsSinceEpoch(), 800, now));
+        }
+        QProcess report;
+        report.start(NETINFO_REPORT, {"--openmetrics"});
+        QVERIFY(report.waitForFinished(10000) && report.exitCode() == 0);
+        const QByteArray text = report.readAllStandardOutput();
+        // An interpreter of its own (pyenv and the like) may lack the system's module.
+        QString errors = QStringLiteral("python3 is not available");
+        QStringList lines;
+        for (const QString python : {"python3", "/usr/bin/python3"}) {
+            QProcess parser;
+            parser.start(python, {QFINDTESTDATA("parse_openmetrics.py")});
+            if (!parser.waitForStarted(5000))
+                continue;
+            parser.write(text);
+            parser.closeWriteChannel();
+            QVERIFY(parser.waitForFinished(20000));
+            errors = parser.readAllStandardError();
+            if (parser.exitCode() == 3)
+                continue;
+            QVERIFY2(parser.exitCode() == 0, qPrintable(errors + text));
+            lines = QString(parser.readAllStandardOutput()).split('\n');
+            break;
+        }
+        if (lines.isEmpty())
+            QSKIP(qPrintable(errors));
+        QVERIFY2(lines.contains(line), qPrintable(lines.join('\n')));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestReport)
