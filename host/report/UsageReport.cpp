@@ -173,6 +173,14 @@ QByteArray toOpenMetrics(const QList<PeriodUsage>& report, const allowance::Figu
     return out;
 }
 
+QByteArray currentOpenMetrics(UsageSource& source, const QDateTime& now, const velt::PeriodSettings& settings,
+                              const LimitSettings& limit)
+{
+    const QList<PeriodUsage> usage = collect(source, currentPeriods(now, settings, limit));
+    return toOpenMetrics(
+        usage, limitFigures(usage, now, allowance::currentLimitPeriod(now, settings, limit), limit.limitBytes));
+}
+
 QByteArray toJson(const QList<PeriodUsage>& report)
 {
     QJsonArray periods;

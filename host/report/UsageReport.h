@@ -57,6 +57,9 @@ QByteArray toJson(const QList<PeriodUsage>& report);
 QByteArray historyJson(const QList<PeriodUsage>& history);
 // Counters per period and the limit's gauges, ending in "# EOF".
 QByteArray toOpenMetrics(const QList<PeriodUsage>& report, const allowance::Figures& figures);
+// The current periods and the limit's figures from source, as OpenMetrics.
+QByteArray currentOpenMetrics(UsageSource& source, const QDateTime& now, const velt::PeriodSettings& settings,
+                              const LimitSettings& limit);
 QByteArray toCsv(const QList<PeriodUsage>& report);
 QString toTable(const QList<PeriodUsage>& report, const QLocale& locale = QLocale());
 
