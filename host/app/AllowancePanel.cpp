@@ -4,6 +4,7 @@
 #include "UsageLedger.h"
 
 #include <QDateTime>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QLabel>
@@ -63,10 +64,24 @@ AllowancePanel::AllowancePanel(AllowanceSources sources, QWidget* parent)
     m_bar = new QProgressBar(this);
     m_bar->setRange(0, 1000);
     m_bar->setTextVisible(true);
-    m_figuresLabel = new QLabel(this);
-    m_figuresLabel->setObjectName(QStringLiteral("NetInfo_AllowanceFigures"));
-    m_figuresLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_figuresLabel->setToolTip(allowance::forecastExplanation());
+    auto* form = new QFormLayout;
+    form->setLabelAlignment(Qt::AlignLeft);
+    const auto row = [this, form](const QString& label) {
+        auto* value = new QLabel(this);
+        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        form->addRow(label, value);
+        return value;
+    };
+    m_used = row(tr("Used"));
+    m_remaining = row(tr("Remaining"));
+    m_daysLeft = row(tr("Days left"));
+    m_average = row(tr("Average per day"));
+    m_budget = row(tr("Daily budget"));
+    m_forecast = row(tr("Forecast"));
+    m_budget->setToolTip(tr("What may be used per day, today included, to stay within the limit"));
+    m_forecast->setToolTip(allowance::forecastExplanation());
+    form->labelForField(m_forecast)->setToolTip(allowance::forecastExplanation());
     m_calibrationLabel = new QLabel(this);
     m_calibrationLabel->setWordWrap(true);
     auto* calibrateButton = new QPushButton(tr("Calibrate\u2026"), this);
@@ -82,7 +97,7 @@ AllowancePanel::AllowancePanel(AllowanceSources sources, QWidget* parent)
     buttons->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_bar);
-    layout->addWidget(m_figuresLabel);
+    layout->addLayout(form);
     layout->addWidget(m_calibrationLabel);
     layout->addLayout(buttons);
     layout->addStretch();
@@ -100,12 +115,27 @@ void AllowancePanel::refresh()
     m_bar->setVisible(m_figures.limit > 0);
     m_bar->setValue(int(std::min(m_figures.percent, 100.0) * 10));
     m_bar->setFormat(QStringLiteral("%1 %").arg(locale.toString(m_figures.percent, 'f', 1)));
-    m_figuresLabel->setText(allowance::summary(m_figures, locale));
+    const auto size = [&locale](double bytes) {
+        return locale.formattedDataSize(qint64(std::llround(std::max(bytes, 0.0))), 2,
+                                        QLocale::DataSizeTraditionalFormat);
+    };
+    const QString none = QStringLiteral("\u2013");
+    const bool limited = m_figures.limit > 0;
+    m_used->setText(limited ? tr("%1 of %2").arg(size(double(m_figures.used)), size(double(m_figures.limit)))
+                            : tr("%1 (no limit set)").arg(size(double(m_figures.used))));
+    m_remaining->setText(limited ? size(double(m_figures.remaining)) : none);
+    m_daysLeft->setText(m_figures.daysLeft >= 0 ? locale.toString(m_figures.daysLeft) : none);
+    m_average->setText(size(m_figures.averageDaily));
+    m_budget->setText(m_figures.dailyBudget >= 0 ? size(m_figures.dailyBudget) : none);
+    m_forecast->setText(m_figures.period.end.isValid() ? size(double(m_figures.forecast)) : none);
+    m_forecast->setStyleSheet(limited && m_figures.forecast > m_figures.limit ? QStringLiteral("color: #b00020;")
+                                                                               : QString());
+    setToolTip(allowance::summary(m_figures, locale));
     m_calibrationLabel->setVisible(m_figures.adjustment != 0);
     m_removeButton->setVisible(m_figures.adjustment != 0);
-    m_calibrationLabel->setText(tr("Calibrated: the figures include %1 so that they match your operator's count.")
-                                    .arg(locale.formattedDataSize(std::abs(m_figures.adjustment), 2,
-                                                                  QLocale::DataSizeTraditionalFormat)));
+    m_calibrationLabel->setText(tr("Calibrated to your operator's count: %1%2 on what NetInfo recorded.")
+                                    .arg(m_figures.adjustment < 0 ? QStringLiteral("\u2212") : QStringLiteral("+"),
+                                         size(std::abs(double(m_figures.adjustment)))));
 }
 
 bool AllowancePanel::calibrate(quint64 operatorBytes)

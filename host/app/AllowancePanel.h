@@ -44,7 +44,12 @@ private:
     AllowanceSources m_sources;
     allowance::Figures m_figures;
     QProgressBar* m_bar = nullptr;
-    QLabel* m_figuresLabel = nullptr;
+    QLabel* m_used = nullptr;
+    QLabel* m_remaining = nullptr;
+    QLabel* m_daysLeft = nullptr;
+    QLabel* m_average = nullptr;
+    QLabel* m_budget = nullptr;
+    QLabel* m_forecast = nullptr;
     QLabel* m_calibrationLabel = nullptr;
     QPushButton* m_removeButton = nullptr;
     QTimer m_timer;
