@@ -10,12 +10,15 @@ except ImportError:
     print("python3-prometheus-client is not installed", file=sys.stderr)
     sys.exit(3)
 
+lines = []
 try:
     for family in text_string_to_metric_families(sys.stdin.read()):
-        print(f"# {family.name} {family.type} {family.unit}")
+        lines.append(f"# {family.name} {family.type} {family.unit}")
         for sample in family.samples:
             labels = ",".join(f'{k}="{v}"' for k, v in sorted(sample.labels.items()))
-            print(f"{sample.name}{{{labels}}} {sample.value:g}")
+            lines.append(f"{sample.name}{{{labels}}} {sample.value:g}")
 except Exception as error:  # the parser raises ValueError and friends
+    # Nothing of a rejected text counts as read.
     print(f"rejected: {error}", file=sys.stderr)
     sys.exit(1)
+print("\n".join(lines))
