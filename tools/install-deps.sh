@@ -9,6 +9,7 @@ packages=(
     qt6-qpa-plugins libgl-dev fonts-dejavu-core fonts-wqy-microhei
     dbus-daemon libqt6sql6-sqlite iproute2
     dpkg-dev desktop-file-utils
+    python3-prometheus-client xvfb xauth
 )
 
 missing=()

@@ -1,6 +1,8 @@
 #include "MainWindow.h"
 
+#include "AllowancePanel.h"
 #include "CommonUtils.h"
+#include "HistoryWindow.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -36,6 +38,12 @@ MainWindow::MainWindow(QWidget* parent)
     m_pStatusDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     m_pStatusDock->hide();
     addDockWidget(Qt::RightDockWidgetArea, m_pStatusDock);
+    m_pAllowanceDock = new QDockWidget(this);
+    m_pAllowanceDock->setObjectName(QStringLiteral("NetInfo_AllowanceDock"));
+    m_pAllowanceDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    m_pAllowancePanel = new AllowancePanel(AllowanceSources::user(), m_pAllowanceDock);
+    m_pAllowanceDock->setWidget(m_pAllowancePanel);
+    addDockWidget(Qt::RightDockWidgetArea, m_pAllowanceDock);
 
     m_pToolsMenu = menuBar()->addMenu(QString());
     m_pSettingsAction = m_pToolsMenu->addAction(QString());
@@ -49,6 +57,9 @@ MainWindow::MainWindow(QWidget* parent)
     m_pBackgroundAction->setObjectName(QStringLiteral("NetInfo_BackgroundAction"));
     m_pBackgroundAction->setVisible(false);
     connect(m_pBackgroundAction, &QAction::triggered, this, &MainWindow::backgroundRecordingRequested);
+    m_pHistoryAction = m_pToolsMenu->addAction(QString());
+    m_pHistoryAction->setObjectName(QStringLiteral("NetInfo_HistoryAction"));
+    connect(m_pHistoryAction, &QAction::triggered, this, &MainWindow::showHistory);
     m_pToolsMenu->addSeparator();
     m_pQuitAction = m_pToolsMenu->addAction(QString());
     m_pQuitAction->setShortcut(QKeySequence::Quit);
@@ -140,6 +151,20 @@ void MainWindow::setBackgroundOffered(bool offered)
     m_pBackgroundAction->setVisible(offered);
 }
 
+void MainWindow::showHistory()
+{
+    if (!m_pHistoryWindow) {
+        const AllowanceSources sources = AllowanceSources::user();
+        m_pHistoryWindow = new HistoryWindow(sources.ledgerPath, sources.limitFile, sources.hostSettingsFile, this);
+        m_pHistoryWindow->setAttribute(Qt::WA_DeleteOnClose);
+        m_pHistoryWindow->resize(760, 420);
+    }
+    m_pHistoryWindow->reload();
+    m_pHistoryWindow->show();
+    m_pHistoryWindow->raise();
+    m_pHistoryWindow->activateWindow();
+}
+
 void MainWindow::retranslate()
 {
     const QString source = m_bSimulated ? tr("simulated figures") : m_strInterface;
@@ -149,6 +174,8 @@ void MainWindow::retranslate()
     m_pSettingsAction->setText(tr("&Settings..."));
     m_pInterfacesAction->setText(tr("&Counted interfaces\u2026"));
     m_pBackgroundAction->setText(tr("&Keep counting in the background"));
+    m_pHistoryAction->setText(tr("&History\u2026"));
+    m_pAllowanceDock->setWindowTitle(tr("Data limit"));
     m_pQuitAction->setText(tr("&Quit"));
     // Language names stay in their own script, so anyone can find theirs.
     m_pLanguageMenu->setTitle(tr("&Language"));

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QTimer>
 
+class AllowancePanel;
+class HistoryWindow;
 class QAction;
 class QActionGroup;
 class QDockWidget;
@@ -36,6 +38,12 @@ public:
     // Whether Tools offers to keep counting in the background.
     void setBackgroundOffered(bool offered);
 
+    AllowancePanel* allowancePanel() const { return m_pAllowancePanel; }
+
+public slots:
+    // Daily and monthly usage from the ledger, in a window of its own.
+    void showHistory();
+
 signals:
     // Every size change of the view area.
     void viewAreaResized(const QRect& rect);
@@ -60,6 +68,10 @@ private:
     QAction* m_pSettingsAction = nullptr;
     QAction* m_pInterfacesAction = nullptr;
     QAction* m_pBackgroundAction = nullptr;
+    QAction* m_pHistoryAction = nullptr;
+    QDockWidget* m_pAllowanceDock = nullptr;
+    AllowancePanel* m_pAllowancePanel = nullptr;
+    QPointer<HistoryWindow> m_pHistoryWindow;
     QLabel* m_pRecordingLabel = nullptr;
     QAction* m_pQuitAction = nullptr;
     QMenu* m_pLanguageMenu = nullptr;

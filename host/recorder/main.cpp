@@ -1,16 +1,20 @@
 // netinfo-recorder: counts the metered links into the usage ledger in the
 // background, without a window, so usage is recorded while NetInfo is closed.
+#include "HostPaths.h"
 #include "LimitNotices.h"
 #include "LinuxBackend.h"
 #include "MeteredLinks.h"
 #include "NetworkManagerControl.h"
 #include "SignalWatcher.h"
+#include "UsageReport.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QLoggingCategory>
+#include <QSaveFile>
 #include <QTimer>
 
 #include <memory>
@@ -39,6 +43,30 @@ QString describe(const velt::RecordingStatus& status)
              status.fallbackInterface ? QStringLiteral(" (no metered link seen: the default route's)") : QString());
 }
 
+constexpr int kTextfileMs = 60 * 1000;
+
+// The node exporter's textfile collector reads every *.prom in the directory:
+// it must never see half a file, hence QSaveFile (a temporary file renamed
+// over the old one).
+bool writeTextfile(const QString& dir, const QString& ledgerPath)
+{
+    QString error;
+    std::unique_ptr<report::UsageSource> source = report::openLedger(ledgerPath, error);
+    if (!source) {
+        qCWarning(lcRecorder, "no metrics written: %s", qUtf8Printable(error));
+        return false;
+    }
+    velt::PeriodSettingsReader settings(HostPaths::hostSettingsFile());
+    const QByteArray text = report::currentOpenMetrics(
+        *source, QDateTime::currentDateTime(), settings.settings(),
+        report::readLimitSettings(HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini")));
+    QSaveFile file(QDir(dir).filePath(QStringLiteral("netinfo.prom")));
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+        return true;
+    qCWarning(lcRecorder, "cannot write %s: %s", qUtf8Printable(file.fileName()), qUtf8Printable(file.errorString()));
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -61,7 +89,12 @@ int main(int argc, char* argv[])
                                                       "metered links, else the default route's)."),
                                        QStringLiteral("name"));
     const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Print the trace lines."));
-    parser.addOptions({interface, verbose});
+    const QCommandLineOption textfile(QStringLiteral("textfile"),
+                                      QStringLiteral("Keep <dir>/netinfo.prom up to date (OpenMetrics, every minute "
+                                                     "and on stop) for a metrics collector such as the node "
+                                                     "exporter's textfile collector."),
+                                      QStringLiteral("dir"));
+    parser.addOptions({interface, verbose, textfile});
     parser.process(app);
     if (parser.isSet(verbose))
         QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
@@ -74,6 +107,11 @@ int main(int argc, char* argv[])
             return 2;
         }
         options.interfaceNames << name.trimmed();
+    }
+    const QString textfileDir = parser.value(textfile);
+    if (parser.isSet(textfile) && !QFileInfo(textfileDir).isDir()) {
+        qCCritical(lcRecorder, "--textfile needs an existing directory, not \"%s\"", qUtf8Printable(textfileDir));
+        return 2;
     }
     MeteredLinks links;
     options.linkInfo = [&links] { return links.snapshot(); };
@@ -142,8 +180,22 @@ int main(int argc, char* argv[])
     });
     limitTimer.start(10000);
 
+    const QString ledgerPath = options.databasePath.isEmpty()
+                                   ? HostPaths::userDataDir() + QStringLiteral("/usage.sqlite")
+                                   : options.databasePath;
+    QTimer textfileTimer;
+    if (!textfileDir.isEmpty()) {
+        QObject::connect(&textfileTimer, &QTimer::timeout, &app, [&] {
+            writeTextfile(textfileDir, ledgerPath);
+        });
+        textfileTimer.start(kTextfileMs);
+    }
+
     const int code = app.exec();
     backend->stop();
+    // After stop(): the figures include what it committed.
+    if (!textfileDir.isEmpty())
+        writeTextfile(textfileDir, ledgerPath);
     qCInfo(lcRecorder, "stopped cleanly%s; usage saved",
            stopSignal ? qPrintable(QStringLiteral(" on ") + SignalWatcher::name(stopSignal)) : "");
     return code;

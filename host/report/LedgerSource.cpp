@@ -26,6 +26,8 @@ public:
         return m_ledger.usageByKey(fromSeconds, untilSeconds);
     }
 
+    qint64 adjustment(qint64 periodStart) override { return m_ledger.adjustmentTotal(periodStart); }
+
 private:
     velt::UsageLedger m_ledger;
 };

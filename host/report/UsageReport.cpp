@@ -3,7 +3,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSettings>
 
 #include <algorithm>
 #include <map>
@@ -50,27 +49,6 @@ QString duration(qint64 totalSeconds)
 
 } // namespace
 
-LimitSettings readLimitSettings(const QString& path)
-{
-    LimitSettings limit;
-    QSettings file(path, QSettings::IniFormat);
-    file.beginGroup(QStringLiteral("uselimit"));
-    const auto isTrue = [&file](const char* key) {
-        return file.value(QLatin1String(key)).toString().trimmed().compare(QLatin1String("true"), Qt::CaseInsensitive)
-               == 0;
-    };
-    if (file.contains(QStringLiteral("chkRecurrence")) && !isTrue("chkRecurrence")) {
-        limit.kind = LimitSettings::Kind::FromDate;
-        limit.startDate = QDate::fromString(file.value(QStringLiteral("startdate")).toString().trimmed(),
-                                            QStringLiteral("yyyy-MM-dd"));
-    } else if (isTrue("radioDaily")) {
-        limit.kind = LimitSettings::Kind::Daily;
-    } else if (isTrue("radioWeekly")) {
-        limit.kind = LimitSettings::Kind::Weekly;
-    }
-    return limit;
-}
-
 QList<Period> currentPeriods(const QDateTime& now, const velt::PeriodSettings& settings, const LimitSettings& limit)
 {
     const velt::PeriodStarts starts = velt::periodStarts(now, settings);
@@ -78,18 +56,29 @@ QList<Period> currentPeriods(const QDateTime& now, const velt::PeriodSettings& s
                              {QStringLiteral("week"), starts.week, now},
                              {QStringLiteral("month"), starts.month, now},
                              {QStringLiteral("year"), starts.year, now}};
-    QDateTime limitStart;
-    switch (limit.kind) {
-    case LimitSettings::Kind::Daily: limitStart = starts.today; break;
-    case LimitSettings::Kind::Weekly: limitStart = starts.week; break;
-    case LimitSettings::Kind::Monthly: limitStart = starts.month; break;
-    case LimitSettings::Kind::FromDate:
-        limitStart = (limit.startDate.isValid() ? limit.startDate : now.date().addMonths(-3)).startOfDay();
-        // A start still to come counts nothing yet.
-        limitStart = std::min(limitStart, now);
-        break;
+    periods.append({QStringLiteral("limit"), allowance::currentLimitPeriod(now, settings, limit).start, now});
+    return periods;
+}
+
+QList<Period> historyPeriods(const QDateTime& now, const velt::PeriodSettings& settings, const LimitSettings& limit,
+                             HistoryKind kind)
+{
+    QList<Period> periods;
+    if (kind == HistoryKind::Months) {
+        QDateTime end = now;
+        QDateTime start = velt::periodStarts(now, settings).month;
+        for (int i = 0; i < 12; ++i) {
+            periods.prepend({QStringLiteral("month"), start, end});
+            end = start;
+            start = velt::periodStarts(start.addSecs(-1), settings).month;
+        }
+        return periods;
     }
-    periods.append({QStringLiteral("limit"), limitStart, now});
+    const allowance::LimitPeriod current = allowance::currentLimitPeriod(now, settings, limit);
+    const allowance::LimitPeriod previous = allowance::previousLimitPeriod(current, settings, limit);
+    const QDate first = previous.start.isValid() ? previous.start.date() : std::max(current.start.date(), now.date().addMonths(-3));
+    for (QDate day = first; day <= now.date(); day = day.addDays(1))
+        periods.append({QStringLiteral("day"), day.startOfDay(), std::min(day.addDays(1).startOfDay(), now)});
     return periods;
 }
 
@@ -110,9 +99,86 @@ QList<PeriodUsage> collect(UsageSource& source, const QList<Period>& periods)
         }
         for (const auto& [key, usage] : merged)
             entry.byKey.append({{key.first, key.second}, usage});
+        if (period.name == QLatin1String("limit"))
+            entry.adjustment = source.adjustment(period.start.toSecsSinceEpoch());
         report.append(entry);
     }
     return report;
+}
+
+allowance::Figures limitFigures(const QList<PeriodUsage>& report, const QDateTime& now,
+                                const allowance::LimitPeriod& period, quint64 limitBytes)
+{
+    for (const PeriodUsage& entry : report)
+        if (entry.period.name == QLatin1String("limit"))
+            return allowance::compute(now, period, entry.total.received + entry.total.sent, entry.adjustment,
+                                      limitBytes);
+    return {};
+}
+
+QByteArray historyJson(const QList<PeriodUsage>& history)
+{
+    QJsonArray list;
+    for (const PeriodUsage& entry : history)
+        list.append(QJsonObject{{QStringLiteral("start"), isoTime(entry.period.start)},
+                                {QStringLiteral("end"), isoTime(entry.period.end)},
+                                {QStringLiteral("received"), double(entry.total.received)},
+                                {QStringLiteral("sent"), double(entry.total.sent)}});
+    return QJsonDocument(QJsonObject{{QStringLiteral("history"), list}}).toJson(QJsonDocument::Indented);
+}
+
+QByteArray toOpenMetrics(const QList<PeriodUsage>& report, const allowance::Figures& figures)
+{
+    QByteArray out;
+    const auto family = [&out](const char* name, const char* type, const char* unit, const char* help) {
+        out += QByteArray("# TYPE ") + name + ' ' + type + '\n';
+        if (*unit)
+            out += QByteArray("# UNIT ") + name + ' ' + unit + '\n';
+        out += QByteArray("# HELP ") + name + ' ' + help + '\n';
+    };
+    const auto counter = [&](const char* name, const char* unit, const char* help, auto value) {
+        family(name, "counter", unit, help);
+        for (const PeriodUsage& entry : report)
+            out += QByteArray(name) + "_total{period=\"" + entry.period.name.toUtf8() + "\"} "
+                   + QByteArray::number(value(entry)) + '\n';
+    };
+    counter("netinfo_received_bytes", "bytes", "Bytes received since the period began.",
+            [](const PeriodUsage& e) { return e.total.received; });
+    counter("netinfo_sent_bytes", "bytes", "Bytes sent since the period began.",
+            [](const PeriodUsage& e) { return e.total.sent; });
+    counter("netinfo_connected_seconds", "seconds", "Time connected since the period began.",
+            [](const PeriodUsage& e) { return seconds(e.total); });
+    const auto gauge = [&](const char* name, const char* unit, const char* help, const QByteArray& value) {
+        family(name, "gauge", unit, help);
+        out += QByteArray(name) + ' ' + value + '\n';
+    };
+    gauge("netinfo_limit_used_bytes", "bytes", "Usage in the limit period, calibration included.",
+          QByteArray::number(figures.used));
+    gauge("netinfo_limit_adjustment_bytes", "bytes", "The calibration entered for the limit period.",
+          QByteArray::number(figures.adjustment));
+    gauge("netinfo_limit_forecast_bytes", "bytes", "The limit period's total if the rest goes on like the days so far.",
+          QByteArray::number(figures.forecast));
+    // A limit that is not set is no limit of zero bytes: leave its series out.
+    if (figures.limit > 0) {
+        gauge("netinfo_limit_bytes", "bytes", "The data limit.", QByteArray::number(figures.limit));
+        gauge("netinfo_limit_remaining_bytes", "bytes", "What is left of the data limit.",
+              QByteArray::number(figures.remaining));
+        gauge("netinfo_limit_used_percent", "percent", "Share of the data limit used.",
+              QByteArray::number(figures.percent, 'f', 2));
+    }
+    if (figures.daysLeft >= 0)
+        gauge("netinfo_limit_left_days", "days", "Calendar days left in the limit period, today included.",
+              QByteArray::number(figures.daysLeft));
+    out += "# EOF\n";
+    return out;
+}
+
+QByteArray currentOpenMetrics(UsageSource& source, const QDateTime& now, const velt::PeriodSettings& settings,
+                              const LimitSettings& limit)
+{
+    const QList<PeriodUsage> usage = collect(source, currentPeriods(now, settings, limit));
+    return toOpenMetrics(
+        usage, limitFigures(usage, now, allowance::currentLimitPeriod(now, settings, limit), limit.limitBytes));
 }
 
 QByteArray toJson(const QList<PeriodUsage>& report)
@@ -123,6 +189,8 @@ QByteArray toJson(const QList<PeriodUsage>& report)
                            {QStringLiteral("start"), isoTime(entry.period.start)},
                            {QStringLiteral("end"), isoTime(entry.period.end)}};
         addFigures(period, entry.total);
+        if (entry.adjustment != 0)
+            period.insert(QStringLiteral("adjustment"), double(entry.adjustment));
         QJsonArray interfaces;
         for (const KeyedUsage& row : entry.byKey) {
             QJsonObject item{{QStringLiteral("interface"), row.key.interfaceName}};
@@ -152,6 +220,12 @@ QByteArray toCsv(const QList<PeriodUsage>& report)
         line(entry, QStringLiteral("total"), {}, entry.total);
         for (const KeyedUsage& row : entry.byKey)
             line(entry, QStringLiteral("interface"), row.key, row.usage);
+        if (entry.adjustment != 0)
+            out += QStringList{entry.period.name, isoTime(entry.period.start), isoTime(entry.period.end),
+                               QStringLiteral("adjustment"), QString(), QString(), QString::number(entry.adjustment),
+                               QStringLiteral("0"), QStringLiteral("0")}
+                       .join(QLatin1Char(','))
+                   + QLatin1Char('\n');
     }
     return out.toUtf8();
 }
@@ -174,6 +248,12 @@ QString toTable(const QList<PeriodUsage>& report, const QLocale& locale)
         for (const KeyedUsage& row : entry.byKey)
             rows.append(QStringList{QString(), QString(), QString(), row.key.interfaceName, row.key.connection}
                         + figures(row.usage));
+        if (entry.adjustment != 0)
+            rows.append(QStringList{QString(), QString(), QString(), QStringLiteral("calibration"), QString(),
+                                    (entry.adjustment < 0 ? QStringLiteral("-") : QString())
+                                        + locale.formattedDataSize(std::abs(entry.adjustment), 2,
+                                                                   QLocale::DataSizeTraditionalFormat),
+                                    QString(), QString()});
     }
     QList<int> widths(rows.first().size(), 0);
     for (const QStringList& row : rows)

@@ -1,5 +1,6 @@
 // netinfo-report: the recorded usage for today, this week, month and year and
-// the limit period, or for a range of days, as a table, JSON or CSV.
+// the limit period, or for a range of days, as a table, JSON or CSV; the
+// daily or monthly history; or the OpenMetrics text for a metrics collector.
 #include "HostPaths.h"
 #include "UsageReport.h"
 
@@ -39,13 +40,36 @@ int main(int argc, char* argv[])
                                       QStringLiteral("Read the usage ledger <file> (default: %1).")
                                           .arg(HostPaths::userDataDir() + QStringLiteral("/usage.sqlite")),
                                       QStringLiteral("file"));
-    parser.addOptions({from, to, json, csv, database});
+    const QCommandLineOption history(QStringLiteral("history"),
+                                     QStringLiteral("Usage per day over the current and the previous limit period "
+                                                    "(days), or per month over the last twelve (months)."),
+                                     QStringLiteral("days|months"));
+    const QCommandLineOption openMetrics(QStringLiteral("openmetrics"),
+                                         QStringLiteral("Print the periods' counters and the limit's figures in the "
+                                                        "OpenMetrics text format."));
+    parser.addOptions({from, to, json, csv, history, openMetrics, database});
     parser.process(app);
 
-    if (parser.isSet(json) && parser.isSet(csv))
-        return fail(QStringLiteral("choose one of --json and --csv"), 2);
+    if (int(parser.isSet(json)) + int(parser.isSet(csv)) + int(parser.isSet(openMetrics)) > 1)
+        return fail(QStringLiteral("choose one of --json, --csv and --openmetrics"), 2);
+    const bool ranged = parser.isSet(from) || parser.isSet(to);
+    if (int(ranged) + int(parser.isSet(history)) + int(parser.isSet(openMetrics)) > 1)
+        return fail(QStringLiteral("--from/--to, --history and --openmetrics go alone"), 2);
+    const QString historyKind = parser.value(history);
+    if (parser.isSet(history) && historyKind != QLatin1String("days") && historyKind != QLatin1String("months"))
+        return fail(QStringLiteral("--history takes days or months, not \"%1\"").arg(historyKind), 2);
+
+    const QDateTime now = QDateTime::currentDateTime();
+    velt::PeriodSettingsReader settingsReader(HostPaths::hostSettingsFile());
+    const velt::PeriodSettings settings = settingsReader.settings();
+    const report::LimitSettings limit =
+        report::readLimitSettings(HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"));
     QList<report::Period> periods;
-    if (parser.isSet(from) || parser.isSet(to)) {
+    if (parser.isSet(history)) {
+        periods = report::historyPeriods(now, settings, limit,
+                                         historyKind == QLatin1String("days") ? report::HistoryKind::Days
+                                                                              : report::HistoryKind::Months);
+    } else if (ranged) {
         const auto date = [&parser](const QCommandLineOption& option, const QDate& fallback) {
             return parser.isSet(option) ? QDate::fromString(parser.value(option), Qt::ISODate) : fallback;
         };
@@ -58,10 +82,7 @@ int main(int argc, char* argv[])
                                                                            last.toString(Qt::ISODate)), 2);
         periods << report::rangePeriod(first, last);
     } else {
-        velt::PeriodSettingsReader settings(HostPaths::hostSettingsFile());
-        periods = report::currentPeriods(
-            QDateTime::currentDateTime(), settings.settings(),
-            report::readLimitSettings(HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini")));
+        periods = report::currentPeriods(now, settings, limit);
     }
 
     const QString path = parser.isSet(database) ? parser.value(database)
@@ -71,12 +92,22 @@ int main(int argc, char* argv[])
     if (!source)
         return fail(error, 1);
     const QList<report::PeriodUsage> usage = report::collect(*source, periods);
+    const bool current = !ranged && !parser.isSet(history);
+    const allowance::Figures figures =
+        current ? report::limitFigures(usage, now, allowance::currentLimitPeriod(now, settings, limit), limit.limitBytes)
+                : allowance::Figures();
     QTextStream out(stdout);
-    if (parser.isSet(json))
+    if (parser.isSet(history) && parser.isSet(json))
+        out << report::historyJson(usage);
+    else if (parser.isSet(openMetrics))
+        out << report::toOpenMetrics(usage, figures);
+    else if (parser.isSet(json))
         out << report::toJson(usage);
     else if (parser.isSet(csv))
         out << report::toCsv(usage);
     else
         out << report::toTable(usage);
+    if (current && !parser.isSet(json) && !parser.isSet(csv) && !parser.isSet(openMetrics))
+        out << '\n' << allowance::summary(figures) << '\n' << allowance::forecastExplanation() << '\n';
     return 0;
 }

@@ -132,7 +132,8 @@ private slots:
         QVERIFY2(lines[2].endsWith(",interface,wwan0,\"Home, \"\"fast\"\"\",5,6,7"), lines[2].constData());
     }
 
-    // The real binary on a ledger written the way the recorder writes it.
+    // The real binary on a ledger written the way the recorder writes it;
+    // OpenMetrics read back by the Prometheus client's own parser.
     void binary_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -147,6 +148,11 @@ private slots:
         QTest::newRow("bad date") << QStringList{"--from", "yesterday"} << 2 << "YYYY-MM-DD";
         QTest::newRow("no ledger") << QStringList{"--database", "/nonexistent/usage.sqlite"} << 1
                                    << "nothing has been recorded yet";
+        const QStringList metrics{"--openmetrics"};
+        QTest::newRow("metrics: family with unit") << metrics << 0 << "# netinfo_received_bytes counter bytes";
+        QTest::newRow("metrics: counter") << metrics << 0 << "netinfo_received_bytes_total{period=\"limit\"} 1500";
+        QTest::newRow("metrics: limit") << metrics << 0 << "netinfo_limit_bytes{} 1.04858e+08";
+        QTest::newRow("metrics: calibrated use") << metrics << 0 << "netinfo_limit_used_bytes{} 3000";
     }
 
     void binary()
@@ -154,20 +160,47 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QString, output);
         TestHome home;
-        QVERIFY(QDir().mkpath(QFileInfo(home.userFile("usage.sqlite")).path()));
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini", "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
+                                                         "chkVolume=true\nSizeVolume=100\n"));
         {
             velt::UsageLedger ledger(home.userFile("usage.sqlite"));
             const qint64 now = QDateTime::currentSecsSinceEpoch();
             QVERIFY(ledger.open(now));
             ledger.add({QStringLiteral("lo"), QString()}, now, {1500, 700, 90000});
             QVERIFY(ledger.commit());
+            const QDateTime monthStart = allowance::currentLimitPeriod(QDateTime::currentDateTime(), {}, {}).start;
+            QVERIFY(ledger.addAdjustment(monthStart.toSecsSinceEpoch(), 800, now));
         }
         QProcess process;
         process.start(NETINFO_REPORT, arguments);
         QVERIFY(process.waitForFinished(10000));
-        const QString printed = process.readAllStandardOutput() + process.readAllStandardError();
+        QString printed = process.readAllStandardOutput() + process.readAllStandardError();
+        if (arguments.contains("--openmetrics")) {
+            printed = parsedMetrics(printed.toUtf8());
+            if (printed.isEmpty())
+                QSKIP("python3 with prometheus_client is not installed (python3-prometheus-client)");
+        }
         QVERIFY2(printed.contains(output), qPrintable(printed));
         QTEST(process.exitCode(), "exitCode");
+    }
+
+private:
+    // One line per family and sample, or a skip where the parser is missing.
+    static QString parsedMetrics(const QByteArray& text)
+    {
+        // An interpreter of its own (pyenv and the like) may lack the system's module.
+        for (const QString python : {"python3", "/usr/bin/python3"}) {
+            QProcess parser;
+            parser.start(python, {QFINDTESTDATA("parse_openmetrics.py")});
+            if (!parser.waitForStarted(5000))
+                continue;
+            parser.write(text);
+            parser.closeWriteChannel();
+            parser.waitForFinished(20000);
+            if (parser.exitCode() != 3)
+                return parser.readAllStandardOutput() + parser.readAllStandardError();
+        }
+        return {};
     }
 };
 

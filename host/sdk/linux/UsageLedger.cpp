@@ -353,6 +353,7 @@ void UsageLedger::loadState()
                                                 query.value(5).toLongLong()};
         }
     }
+    loadAdjustments();
     m_committedCache.clear();
 }
 
@@ -683,6 +684,95 @@ bool UsageLedger::reset(qint64 nowSeconds)
     m_committedCache.clear();
     m_resetTime = nowSeconds;
     return true;
+}
+
+namespace {
+
+// Created on first use rather than with the schema: an older ledger gains it
+// without an upgrade, and older readers never notice it.
+const char kAdjustmentTable[] = "CREATE TABLE IF NOT EXISTS adjustment (id INTEGER PRIMARY KEY, "
+                                "period_start INTEGER NOT NULL, amount_bytes INTEGER NOT NULL, created INTEGER NOT NULL)";
+
+} // namespace
+
+void UsageLedger::loadAdjustments()
+{
+    m_adjustments.clear();
+    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    // No table yet means no adjustment.
+    if (!query.exec(QStringLiteral("SELECT id, period_start, amount_bytes, created FROM adjustment ORDER BY id")))
+        return;
+    while (query.next())
+        m_adjustments.append(Adjustment{query.value(0).toLongLong(), query.value(1).toLongLong(),
+                                        query.value(2).toLongLong(), query.value(3).toLongLong()});
+}
+
+QList<Adjustment> UsageLedger::adjustments(qint64 fromSeconds, qint64 untilSeconds)
+{
+    if (!m_openTried)
+        open();
+    QList<Adjustment> result;
+    for (const Adjustment& adjustment : m_adjustments)
+        if (adjustment.periodStart >= fromSeconds && adjustment.periodStart < untilSeconds)
+            result.append(adjustment);
+    return result;
+}
+
+qint64 UsageLedger::adjustmentTotal(qint64 periodStart)
+{
+    qint64 total = 0;
+    for (const Adjustment& adjustment : adjustments(periodStart, periodStart + 1))
+        total += adjustment.amountBytes;
+    return total;
+}
+
+bool UsageLedger::addAdjustment(qint64 periodStart, qint64 amountBytes, qint64 createdSeconds)
+{
+    if (!m_openTried)
+        open(createdSeconds);
+    QString reason = m_access == LedgerAccess::ReadOnly ? QStringLiteral("opened read-only")
+                                                        : QStringLiteral("not open");
+    if (m_access == LedgerAccess::ReadWrite && isOpen()) {
+        QSqlQuery query(QSqlDatabase::database(m_connection, false));
+        bool ok = exec(query, QString::fromLatin1(kAdjustmentTable), reason);
+        if (ok) {
+            query.prepare(QStringLiteral("INSERT INTO adjustment (period_start, amount_bytes, created) VALUES (?, ?, ?)"));
+            query.addBindValue(periodStart);
+            query.addBindValue(amountBytes);
+            query.addBindValue(createdSeconds);
+            ok = query.exec();
+            if (!ok)
+                reason = query.lastError().text();
+        }
+        if (ok) {
+            loadAdjustments();
+            return true;
+        }
+    }
+    qCWarning(lcLinux, "UsageLedger: cannot store the adjustment in %s: %s", qUtf8Printable(m_path),
+              qUtf8Printable(reason));
+    return false;
+}
+
+bool UsageLedger::removeAdjustment(qint64 id)
+{
+    if (!m_openTried)
+        open();
+    QString reason = m_access == LedgerAccess::ReadOnly ? QStringLiteral("opened read-only")
+                                                        : QStringLiteral("not open");
+    if (m_access == LedgerAccess::ReadWrite && isOpen()) {
+        QSqlQuery query(QSqlDatabase::database(m_connection, false));
+        query.prepare(QStringLiteral("DELETE FROM adjustment WHERE id = ?"));
+        query.addBindValue(id);
+        if (query.exec()) {
+            loadAdjustments();
+            return true;
+        }
+        reason = query.lastError().text();
+    }
+    qCWarning(lcLinux, "UsageLedger: cannot remove adjustment %lld from %s: %s", id, qUtf8Printable(m_path),
+              qUtf8Printable(reason));
+    return false;
 }
 
 } // namespace velt

@@ -58,6 +58,16 @@ struct KeyedUsage
 
 enum class LedgerAccess { ReadWrite, ReadOnly };
 
+// A correction the user entered for one period ("my operator counts more"):
+// kept beside the samples, never folded into them, so it can be undone.
+struct Adjustment
+{
+    qint64 id = 0;
+    qint64 periodStart = 0; // seconds since the epoch
+    qint64 amountBytes = 0; // may be negative
+    qint64 created = 0;
+};
+
 // The last counters the ledger accounted for on one interface, to continue
 // from after a restart or a change of writer.
 struct CounterBaseline
@@ -123,6 +133,13 @@ public:
     // The same per interface and connection; pending included.
     QList<KeyedUsage> usageByKey(qint64 fromSeconds, qint64 untilSeconds);
 
+    // Adjustments whose period starts in [fromSeconds, untilSeconds), oldest
+    // first. Written at once, not with commit(): they come from the user.
+    QList<Adjustment> adjustments(qint64 fromSeconds, qint64 untilSeconds);
+    qint64 adjustmentTotal(qint64 periodStart);
+    bool addAdjustment(qint64 periodStart, qint64 amountBytes, qint64 createdSeconds);
+    bool removeAdjustment(qint64 id);
+
     // Deletes every bucket, pending ones too, and stamps the reset time.
     bool reset(qint64 nowSeconds);
     // The last reset, or when the ledger was created; seconds since the epoch.
@@ -139,6 +156,7 @@ private:
     bool writePending(QString& reason);
     Usage committedTotal(qint64 firstBucket, qint64 endBucket, bool& ok);
     void noteProblem(const QString& problem, const QString& reason);
+    void loadAdjustments();
 
     QString m_path;
     LedgerAccess m_access;
@@ -153,6 +171,7 @@ private:
     std::map<QString, CounterBaseline> m_baselines;
     std::map<QString, bool> m_dirtyBaselines;
     std::map<QString, bool> m_flags, m_pendingFlags;
+    QList<Adjustment> m_adjustments; // few: one per calibrated period
     qint64 m_resetTime = 0;
     QString m_problem;
     bool m_warnedRead = false;

@@ -353,10 +353,16 @@ void UsageMeter::updatePeriods(qint64 wallSeconds, qint64 nowMs)
 
 // Usage from firstBucket to now; a bucket later than now (a clock that was
 // set back) counts nowhere.
-StatisticsRecord UsageMeter::since(qint64 firstBucket, qint64 untilSeconds)
+StatisticsRecord UsageMeter::since(qint64 firstBucket, qint64 untilSeconds, qint64 adjustment)
 {
     Usage usage = m_ledger.total(firstBucket, untilSeconds);
     usage += m_overlay;
+    // The operator's count has no direction: the correction goes to the
+    // received side, and never below nothing.
+    if (adjustment >= 0)
+        usage += Usage{quint64(adjustment), 0, 0};
+    else
+        usage.received -= std::min(usage.received, quint64(-adjustment));
     return usageRecord(usage);
 }
 
@@ -368,9 +374,14 @@ void UsageMeter::updateReports(qint64 wallMs)
     auto& reports = m_snapshot.reports;
     reports[VELT_REPORT_LIVE] = m_live;
     reports[VELT_REPORT_TODAY] = since(m_startSeconds[0], until);
-    reports[VELT_REPORT_WEEK] = since(m_startSeconds[1], until);
-    reports[VELT_REPORT_MONTH] = since(m_startSeconds[2], until);
-    reports[VELT_REPORT_YEAR] = since(m_startSeconds[3], until);
+    // A calibration belongs to the period it was entered for: the weekly or
+    // monthly limit's, and the year holds them all.
+    qint64 yearAdjustment = 0;
+    for (const Adjustment& adjustment : m_ledger.adjustments(m_startSeconds[3], until))
+        yearAdjustment += adjustment.amountBytes;
+    reports[VELT_REPORT_WEEK] = since(m_startSeconds[1], until, m_ledger.adjustmentTotal(m_startSeconds[1]));
+    reports[VELT_REPORT_MONTH] = since(m_startSeconds[2], until, m_ledger.adjustmentTotal(m_startSeconds[2]));
+    reports[VELT_REPORT_YEAR] = since(m_startSeconds[3], until, yearAdjustment);
     reports[VELT_REPORT_LAST_RESET] = StatisticsRecord();
     reports[VELT_REPORT_LAST_RESET].resetTime = static_cast<quint32>(std::clamp<qint64>(m_ledger.resetTime(), 0, UINT32_MAX));
     for (auto& [firstBucket, record] : m_snapshot.history)

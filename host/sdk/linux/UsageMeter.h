@@ -74,7 +74,7 @@ private:
     CounterReading baselineReading(const QString& name, quint32 ifindex) const;
     void bookRemovedLinks(qint64 wallMs, qint64 nowMs);
     void updatePeriods(qint64 wallSeconds, qint64 nowMs);
-    StatisticsRecord since(qint64 firstBucket, qint64 untilSeconds);
+    StatisticsRecord since(qint64 firstBucket, qint64 untilSeconds, qint64 adjustment = 0);
     void updateReports(qint64 wallMs);
 
     LinuxOptions m_options;

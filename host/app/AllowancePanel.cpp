@@ -1,0 +1,180 @@
+#include "AllowancePanel.h"
+
+#include "HostPaths.h"
+#include "UsageLedger.h"
+
+#include <QDateTime>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+Q_LOGGING_CATEGORY(lcAllowance, "netinfo.allowance")
+
+namespace {
+
+constexpr int kRefreshMs = 60 * 1000;
+constexpr double kGigabyte = 1024.0 * 1024 * 1024;
+
+allowance::LimitPeriod periodNow(const AllowanceSources& sources, const QDateTime& now,
+                                 const allowance::LimitSettings& limit)
+{
+    velt::PeriodSettingsReader settings(sources.hostSettingsFile);
+    return allowance::currentLimitPeriod(now, settings.settings(), limit);
+}
+
+} // namespace
+
+AllowanceSources AllowanceSources::user()
+{
+    return {HostPaths::userDataDir() + QStringLiteral("/usage.sqlite"),
+            HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile()};
+}
+
+allowance::Figures currentAllowance(const AllowanceSources& sources, const QDateTime& now)
+{
+    const allowance::LimitSettings limit = allowance::readLimitSettings(sources.limitFile);
+    const allowance::LimitPeriod period = periodNow(sources, now, limit);
+    velt::UsageLedger ledger(sources.ledgerPath, velt::LedgerAccess::ReadOnly);
+    const qint64 start = period.start.toSecsSinceEpoch();
+    // Up to the end of the current bucket: the ledger counts whole buckets.
+    const velt::Usage usage = ledger.total(start, velt::UsageLedger::bucketStart(now.toSecsSinceEpoch())
+                                                      + velt::UsageLedger::BucketSeconds);
+    return allowance::compute(now, period, usage.received + usage.sent, ledger.adjustmentTotal(start),
+                              limit.limitBytes);
+}
+
+QString allowanceTooltip(const AllowanceSources& sources)
+{
+    return allowance::summary(currentAllowance(sources));
+}
+
+AllowancePanel::AllowancePanel(AllowanceSources sources, QWidget* parent)
+    : QWidget(parent)
+    , m_sources(std::move(sources))
+{
+    setObjectName(QStringLiteral("NetInfo_AllowancePanel"));
+    m_bar = new QProgressBar(this);
+    m_bar->setRange(0, 1000);
+    m_bar->setTextVisible(true);
+    auto* form = new QFormLayout;
+    form->setLabelAlignment(Qt::AlignLeft);
+    const auto row = [this, form](const QString& label) {
+        auto* value = new QLabel(this);
+        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        form->addRow(label, value);
+        return value;
+    };
+    m_used = row(tr("Used"));
+    m_remaining = row(tr("Remaining"));
+    m_daysLeft = row(tr("Days left"));
+    m_average = row(tr("Average per day"));
+    m_budget = row(tr("Daily budget"));
+    m_forecast = row(tr("Forecast"));
+    m_budget->setToolTip(tr("What may be used per day, today included, to stay within the limit"));
+    m_forecast->setToolTip(allowance::forecastExplanation());
+    form->labelForField(m_forecast)->setToolTip(allowance::forecastExplanation());
+    m_calibrationLabel = new QLabel(this);
+    m_calibrationLabel->setWordWrap(true);
+    auto* calibrateButton = new QPushButton(tr("Calibrate\u2026"), this);
+    calibrateButton->setObjectName(QStringLiteral("NetInfo_CalibrateButton"));
+    calibrateButton->setToolTip(tr("Enter the usage your operator counts for this period"));
+    connect(calibrateButton, &QPushButton::clicked, this, &AllowancePanel::calibrateAsked);
+    m_removeButton = new QPushButton(tr("Remove calibration"), this);
+    connect(m_removeButton, &QPushButton::clicked, this, [this] { removeCalibration(); });
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(calibrateButton);
+    buttons->addWidget(m_removeButton);
+    buttons->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_bar);
+    layout->addLayout(form);
+    layout->addWidget(m_calibrationLabel);
+    layout->addLayout(buttons);
+    layout->addStretch();
+
+    m_timer.setInterval(kRefreshMs);
+    connect(&m_timer, &QTimer::timeout, this, &AllowancePanel::refresh);
+    m_timer.start();
+    refresh();
+}
+
+void AllowancePanel::refresh()
+{
+    m_figures = currentAllowance(m_sources);
+    const QLocale locale;
+    m_bar->setVisible(m_figures.limit > 0);
+    m_bar->setValue(int(std::min(m_figures.percent, 100.0) * 10));
+    m_bar->setFormat(QStringLiteral("%1 %").arg(locale.toString(m_figures.percent, 'f', 1)));
+    const auto size = [&locale](double bytes) {
+        return locale.formattedDataSize(qint64(std::llround(std::max(bytes, 0.0))), 2,
+                                        QLocale::DataSizeTraditionalFormat);
+    };
+    const QString none = QStringLiteral("\u2013");
+    const bool limited = m_figures.limit > 0;
+    m_used->setText(limited ? tr("%1 of %2").arg(size(double(m_figures.used)), size(double(m_figures.limit)))
+                            : tr("%1 (no limit set)").arg(size(double(m_figures.used))));
+    m_remaining->setText(limited ? size(double(m_figures.remaining)) : none);
+    m_daysLeft->setText(m_figures.daysLeft >= 0 ? locale.toString(m_figures.daysLeft) : none);
+    m_average->setText(size(m_figures.averageDaily));
+    m_budget->setText(m_figures.dailyBudget >= 0 ? size(m_figures.dailyBudget) : none);
+    m_forecast->setText(m_figures.period.end.isValid() ? size(double(m_figures.forecast)) : none);
+    m_forecast->setStyleSheet(limited && m_figures.forecast > m_figures.limit ? QStringLiteral("color: #b00020;")
+                                                                               : QString());
+    setToolTip(allowance::summary(m_figures, locale));
+    m_calibrationLabel->setVisible(m_figures.adjustment != 0);
+    m_removeButton->setVisible(m_figures.adjustment != 0);
+    m_calibrationLabel->setText(tr("Calibrated to your operator's count: %1%2 on what NetInfo recorded.")
+                                    .arg(m_figures.adjustment < 0 ? QStringLiteral("\u2212") : QStringLiteral("+"),
+                                         size(std::abs(double(m_figures.adjustment)))));
+}
+
+bool AllowancePanel::calibrate(quint64 operatorBytes)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const allowance::Figures figures = currentAllowance(m_sources, now);
+    const qint64 recorded = qint64(figures.used) - figures.adjustment;
+    const qint64 start = figures.period.start.toSecsSinceEpoch();
+    velt::UsageLedger ledger(m_sources.ledgerPath);
+    bool ok = ledger.open(now.toSecsSinceEpoch());
+    for (const velt::Adjustment& old : ledger.adjustments(start, start + 1))
+        ok = ok && ledger.removeAdjustment(old.id);
+    ok = ok && ledger.addAdjustment(start, qint64(operatorBytes) - recorded, now.toSecsSinceEpoch());
+    refresh();
+    return ok;
+}
+
+bool AllowancePanel::removeCalibration()
+{
+    const qint64 start = m_figures.period.start.toSecsSinceEpoch();
+    velt::UsageLedger ledger(m_sources.ledgerPath);
+    bool ok = ledger.open(QDateTime::currentSecsSinceEpoch());
+    for (const velt::Adjustment& old : ledger.adjustments(start, start + 1))
+        ok = ok && ledger.removeAdjustment(old.id);
+    refresh();
+    return ok;
+}
+
+void AllowancePanel::calibrateAsked()
+{
+    bool accepted = false;
+    const double gigabytes = QInputDialog::getDouble(
+        this, tr("Calibrate"),
+        tr("Usage your operator counts for this period so far, in GB.\nNetInfo keeps its own count and adds the "
+           "difference; you can remove it again."),
+        double(m_figures.used) / kGigabyte, 0, 1e6, 3, &accepted);
+    if (!accepted)
+        return;
+    if (!calibrate(quint64(std::llround(gigabytes * kGigabyte))))
+        QMessageBox::warning(this, tr("Calibrate"),
+                             tr("The calibration could not be stored in %1.").arg(m_sources.ledgerPath));
+}
