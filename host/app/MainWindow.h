@@ -46,6 +46,7 @@ signals:
     void languageRequested(const QString& code);
     void countedInterfacesRequested();
     void backgroundRecordingRequested();
+    void aboutRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -62,6 +63,8 @@ private:
     QLabel* m_pRecordingLabel = nullptr;
     QAction* m_pQuitAction = nullptr;
     QMenu* m_pLanguageMenu = nullptr;
+    QMenu* m_pHelpMenu = nullptr;
+    QAction* m_pAboutAction = nullptr;
     QActionGroup* m_pLanguageGroup = nullptr;
     bool m_bSimulated = false;
     QString m_strInterface;

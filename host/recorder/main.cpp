@@ -1,5 +1,6 @@
 // netinfo-recorder: counts the metered links into the usage ledger in the
 // background, without a window, so usage is recorded while NetInfo is closed.
+#include "HostPaths.h"
 #include "LinuxBackend.h"
 #include "MeteredLinks.h"
 #include "SignalWatcher.h"
@@ -61,6 +62,10 @@ int main(int argc, char* argv[])
     parser.process(app);
     if (parser.isSet(verbose))
         QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
+    if (const QString problem = HostPaths::homeProblem(); !problem.isEmpty()) {
+        qCCritical(lcRecorder, "%s", qUtf8Printable(problem));
+        return 2;
+    }
 
     velt::LinuxOptions options;
     options.role = velt::RecordingRole::Recorder;

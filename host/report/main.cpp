@@ -41,6 +41,8 @@ int main(int argc, char* argv[])
                                       QStringLiteral("file"));
     parser.addOptions({from, to, json, csv, database});
     parser.process(app);
+    if (const QString problem = HostPaths::homeProblem(); !problem.isEmpty())
+        return fail(problem, 2);
 
     if (parser.isSet(json) && parser.isSet(csv))
         return fail(QStringLiteral("choose one of --json and --csv"), 2);
