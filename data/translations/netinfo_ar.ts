@@ -366,6 +366,14 @@
         <source>&amp;Language</source>
         <translation>&amp;اللغة</translation>
     </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;مساعدة</translation>
+    </message>
+    <message>
+        <source>&amp;About NetInfo</source>
+        <translation>&amp;حول NetInfo</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionLayer</name>
@@ -425,6 +433,33 @@
     <message>
         <source>You are not allowed to disconnect &quot;%1&quot;. Ask your administrator for the right to control network connections.</source>
         <translation>لا يُسمح لك بقطع اتصال «%1». اطلب من المسؤول صلاحية التحكم في اتصالات الشبكة.</translation>
+    </message>
+</context>
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About NetInfo</source>
+        <translation>حول NetInfo</translation>
+    </message>
+    <message>
+        <source>Network usage of the mobile-broadband connection.</source>
+        <translation>استخدام الشبكة لاتصال النطاق العريض المتنقل.</translation>
+    </message>
+    <message>
+        <source>Released under the MIT licence.</source>
+        <translation>صادر بموجب رخصة MIT.</translation>
+    </message>
+    <message>
+        <source>User data:</source>
+        <translation>بيانات المستخدم:</translation>
+    </message>
+    <message>
+        <source>Settings:</source>
+        <translation>الإعدادات:</translation>
+    </message>
+    <message>
+        <source>Usage ledger:</source>
+        <translation>سجل الاستخدام:</translation>
     </message>
 </context>
 </TS>

@@ -358,6 +358,14 @@
         <source>&amp;Language</source>
         <translation>语言(&amp;L)</translation>
     </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>帮助(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;About NetInfo</source>
+        <translation>关于 NetInfo(&amp;A)</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionLayer</name>
@@ -417,6 +425,33 @@
     <message>
         <source>You are not allowed to disconnect &quot;%1&quot;. Ask your administrator for the right to control network connections.</source>
         <translation>您无权断开“%1”。请向管理员申请控制网络连接的权限。</translation>
+    </message>
+</context>
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About NetInfo</source>
+        <translation>关于 NetInfo</translation>
+    </message>
+    <message>
+        <source>Network usage of the mobile-broadband connection.</source>
+        <translation>移动宽带连接的网络用量。</translation>
+    </message>
+    <message>
+        <source>Released under the MIT licence.</source>
+        <translation>以 MIT 许可证发布。</translation>
+    </message>
+    <message>
+        <source>User data:</source>
+        <translation>用户数据：</translation>
+    </message>
+    <message>
+        <source>Settings:</source>
+        <translation>设置：</translation>
+    </message>
+    <message>
+        <source>Usage ledger:</source>
+        <translation>用量记录：</translation>
     </message>
 </context>
 </TS>
