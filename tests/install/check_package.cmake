@@ -56,7 +56,7 @@ endif()
 
 # Where lintian exists, it finds no error but the deliberate /opt layout.
 if(LINTIAN)
-    execute_process(COMMAND ${LINTIAN} --no-tag-display-limit ${debs} OUTPUT_VARIABLE said ERROR_VARIABLE said)
+    execute_process(COMMAND ${LINTIAN} --tag-display-limit 0 ${debs} OUTPUT_VARIABLE said ERROR_VARIABLE said)
     string(REGEX MATCHALL "(^|\n)E: [^\n]*" errors "${said}")
     list(FILTER errors EXCLUDE REGEX " dir-or-file-in-opt ")
     if(errors)
