@@ -29,8 +29,9 @@ inline bool isExpected(const QMessageLogContext& context, const QString& message
     if (context.category && std::strcmp(context.category, "qt.core.qobject.connect") == 0) {
         if (droppedConnect && message.startsWith(QLatin1String("QObject::connect:  (")))
             return true;
-        droppedConnect = message.contains(QLatin1String("No such slot NetInfoUILogic::onResetButtonClicked()"))
-                         || message.contains(QLatin1String("No such signal GraphWidget::ResetButtonClicked()"));
+        droppedConnect
+            = message.contains(QLatin1String("No such slot NetInfoUILogic::onResetButtonClicked()"))
+            || message.contains(QLatin1String("No such signal GraphWidget::ResetButtonClicked()"));
         return droppedConnect;
     }
     droppedConnect = false;
