@@ -140,8 +140,8 @@ void HostApplication::prepareEnvironment()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // Outside a desktop session (ssh, cron, containers) Qt warns on every
-    // start; a folder of our own with the session's permissions does instead.
-    // One that someone else owns or others can enter is not used.
+    // start that there is no runtime folder; a private one of our own quiets
+    // it. One that someone else owns or others can enter is not used.
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
         const QByteArray dir = "/tmp/netinfo-runtime-" + QByteArray::number(uint(::getuid()));
         ::mkdir(dir.constData(), 0700);
