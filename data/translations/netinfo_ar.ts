@@ -366,6 +366,22 @@
         <source>&amp;Language</source>
         <translation>&amp;اللغة</translation>
     </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;مساعدة</translation>
+    </message>
+    <message>
+        <source>&amp;About NetInfo</source>
+        <translation>&amp;حول NetInfo</translation>
+    </message>
+    <message>
+        <source>&amp;Counted interfaces…</source>
+        <translation>&amp;الواجهات المحسوبة…</translation>
+    </message>
+    <message>
+        <source>&amp;Keep counting in the background</source>
+        <translation>&amp;متابعة الحساب في الخلفية</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionLayer</name>
@@ -383,6 +399,22 @@
     <message>
         <source>The network information view has no settings.</source>
         <translation>لا توجد إعدادات لعرض معلومات الشبكة.</translation>
+    </message>
+    <message>
+        <source>Simulated figures: nothing is counted</source>
+        <translation>أرقام محاكاة: لا يُحسب شيء</translation>
+    </message>
+    <message>
+        <source>Counting in the background (netinfo-recorder)</source>
+        <translation>الحساب يجري في الخلفية (netinfo-recorder)</translation>
+    </message>
+    <message>
+        <source>Counting while this window is open</source>
+        <translation>الحساب يجري ما دامت هذه النافذة مفتوحة</translation>
+    </message>
+    <message>
+        <source>The counted interfaces apply from the next start; --interface decides for this run.</source>
+        <translation>تسري الواجهات المحسوبة من التشغيل التالي؛ ويحددها --interface في هذا التشغيل.</translation>
     </message>
 </context>
 <context>
@@ -425,6 +457,48 @@
     <message>
         <source>You are not allowed to disconnect &quot;%1&quot;. Ask your administrator for the right to control network connections.</source>
         <translation>لا يُسمح لك بقطع اتصال «%1». اطلب من المسؤول صلاحية التحكم في اتصالات الشبكة.</translation>
+    </message>
+</context>
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About NetInfo</source>
+        <translation>حول NetInfo</translation>
+    </message>
+    <message>
+        <source>Network usage of the mobile-broadband connection.</source>
+        <translation>استخدام الشبكة لاتصال النطاق العريض المتنقل.</translation>
+    </message>
+    <message>
+        <source>Released under the MIT licence.</source>
+        <translation>صادر بموجب رخصة MIT.</translation>
+    </message>
+    <message>
+        <source>User data:</source>
+        <translation>بيانات المستخدم:</translation>
+    </message>
+    <message>
+        <source>Settings:</source>
+        <translation>الإعدادات:</translation>
+    </message>
+    <message>
+        <source>Usage ledger:</source>
+        <translation>سجل الاستخدام:</translation>
+    </message>
+</context>
+<context>
+    <name>CountedInterfacesDialog</name>
+    <message>
+        <source>Counted interfaces</source>
+        <translation>الواجهات المحسوبة</translation>
+    </message>
+    <message>
+        <source>Count these interfaces. With none ticked, NetInfo counts the links NetworkManager calls metered, else the one of the default route.</source>
+        <translation>احسب هذه الواجهات. إن لم تُحدَّد أي واجهة، يحسب NetInfo الروابط التي يعدّها NetworkManager محدودة الاستخدام، وإلا فواجهة المسار الافتراضي.</translation>
+    </message>
+    <message>
+        <source>%1 (not present)</source>
+        <translation>%1 (غير موجودة)</translation>
     </message>
 </context>
 </TS>

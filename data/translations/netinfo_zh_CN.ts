@@ -358,6 +358,22 @@
         <source>&amp;Language</source>
         <translation>语言(&amp;L)</translation>
     </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>帮助(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;About NetInfo</source>
+        <translation>关于 NetInfo(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Counted interfaces…</source>
+        <translation>计数的接口(&amp;C)…</translation>
+    </message>
+    <message>
+        <source>&amp;Keep counting in the background</source>
+        <translation>在后台持续计数(&amp;K)</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionLayer</name>
@@ -375,6 +391,22 @@
     <message>
         <source>The network information view has no settings.</source>
         <translation>网络信息视图没有可设置的项目。</translation>
+    </message>
+    <message>
+        <source>Simulated figures: nothing is counted</source>
+        <translation>模拟数据：不计数</translation>
+    </message>
+    <message>
+        <source>Counting in the background (netinfo-recorder)</source>
+        <translation>正在后台计数 (netinfo-recorder)</translation>
+    </message>
+    <message>
+        <source>Counting while this window is open</source>
+        <translation>此窗口打开时计数</translation>
+    </message>
+    <message>
+        <source>The counted interfaces apply from the next start; --interface decides for this run.</source>
+        <translation>计数的接口从下次启动起生效；本次运行由 --interface 决定。</translation>
     </message>
 </context>
 <context>
@@ -417,6 +449,48 @@
     <message>
         <source>You are not allowed to disconnect &quot;%1&quot;. Ask your administrator for the right to control network connections.</source>
         <translation>您无权断开“%1”。请向管理员申请控制网络连接的权限。</translation>
+    </message>
+</context>
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About NetInfo</source>
+        <translation>关于 NetInfo</translation>
+    </message>
+    <message>
+        <source>Network usage of the mobile-broadband connection.</source>
+        <translation>移动宽带连接的网络用量。</translation>
+    </message>
+    <message>
+        <source>Released under the MIT licence.</source>
+        <translation>以 MIT 许可证发布。</translation>
+    </message>
+    <message>
+        <source>User data:</source>
+        <translation>用户数据：</translation>
+    </message>
+    <message>
+        <source>Settings:</source>
+        <translation>设置：</translation>
+    </message>
+    <message>
+        <source>Usage ledger:</source>
+        <translation>用量记录：</translation>
+    </message>
+</context>
+<context>
+    <name>CountedInterfacesDialog</name>
+    <message>
+        <source>Counted interfaces</source>
+        <translation>计数的接口</translation>
+    </message>
+    <message>
+        <source>Count these interfaces. With none ticked, NetInfo counts the links NetworkManager calls metered, else the one of the default route.</source>
+        <translation>对这些接口计数。若未勾选任何接口，NetInfo 将对 NetworkManager 标记为按流量计费的连接计数，否则对默认路由的接口计数。</translation>
+    </message>
+    <message>
+        <source>%1 (not present)</source>
+        <translation>%1（不存在）</translation>
     </message>
 </context>
 </TS>

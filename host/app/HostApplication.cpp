@@ -8,6 +8,7 @@
 #include "ISettingUIPlugin.h"
 #include "IUIPlugin.h"
 #include "HostPaths.h"
+#include "AboutDialog.h"
 #include "BackgroundRecording.h"
 #include "CountedInterfacesDialog.h"
 #include "SettingsDialog.h"
@@ -22,16 +23,21 @@
 #include <QMessageBox>
 #include <QMenu>
 #include <QSystemTrayIcon>
+#include <QStandardPaths>
 #include <QTextStream>
 
 #include <algorithm>
 #include <cerrno>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 const QString kCountedInterfacesKey = QStringLiteral("countedinterfaces");
 }
 
-bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QString& message)
+bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QString& message,
+                        const QString& sysClassNet)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Network usage of the mobile-broadband connection."));
@@ -65,7 +71,7 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
         parser.showHelp();
 
     if (parser.isSet(verbose))
-        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true\nqt.core.qobject.connect.warning=true"));
+        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
 
     options.screenshotPath = parser.value(screenshot);
     options.startInTray = parser.isSet(tray);
@@ -79,6 +85,20 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
         options.connection.interfaceNames << name.trimmed();
     }
     options.interfacesGiven = parser.isSet(interface);
+    // A mistyped name would otherwise count nothing and show zeros.
+    QStringList absent;
+    for (const QString& name : std::as_const(options.connection.interfaceNames)) {
+        if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.'))
+            || !QFileInfo::exists(sysClassNet + QLatin1Char('/') + name))
+            absent << name;
+    }
+    if (!options.connection.simulate && !absent.isEmpty()) {
+        const QStringList present = CountedInterfacesDialog::presentInterfaces(sysClassNet);
+        message = QStringLiteral("no network interface %1 on this system; present: %2")
+                      .arg(absent.join(QLatin1String(", ")),
+                           present.isEmpty() ? QStringLiteral("none") : present.join(QLatin1String(", ")));
+        return false;
+    }
     options.language = parser.value(lang);
     if (parser.isSet(lang) && !codes.contains(options.language)) {
         message = QStringLiteral("--lang must be one of %1, not \"%2\"").arg(codes.join(QLatin1String(", ")),
@@ -115,12 +135,8 @@ QList<QPair<QString, QString>> HostOptions::languages()
 
 QString HostOptions::defaultScreenshotPath()
 {
-    // Beside the build; an installation is usually read-only, so there the
-    // picture goes to the temporary folder.
-    const QString home = CommonUtils::GetPluginLibraryPath();
-    if (QFileInfo(home).isWritable())
-        return home + QStringLiteral("/screenshots/netinfo.png");
-    return QDir::tempPath() + QStringLiteral("/netinfo-screenshot.png");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
+           + QStringLiteral("/netinfo/screenshots/netinfo.png");
 }
 
 void HostApplication::prepareEnvironment()
@@ -128,6 +144,17 @@ void HostApplication::prepareEnvironment()
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Outside a desktop session (ssh, cron, containers) Qt warns on every
+    // start that there is no runtime folder; a private one of our own quiets
+    // it. One that someone else owns or others can enter is not used.
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        const QByteArray dir = "/tmp/netinfo-runtime-" + QByteArray::number(uint(::getuid()));
+        ::mkdir(dir.constData(), 0700);
+        struct stat info {};
+        if (::lstat(dir.constData(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::getuid()
+            && (info.st_mode & 077) == 0)
+            qputenv("XDG_RUNTIME_DIR", dir);
+    }
 }
 
 HostApplication::HostApplication(const HostOptions& options, QObject* parent)
@@ -149,6 +176,7 @@ HostApplication::HostApplication(const HostOptions& options, QObject* parent)
     });
     connect(&m_window, &MainWindow::countedInterfacesRequested, this, &HostApplication::chooseCountedInterfaces);
     connect(&m_window, &MainWindow::backgroundRecordingRequested, this, &HostApplication::keepCountingInBackground);
+    connect(&m_window, &MainWindow::aboutRequested, this, &HostApplication::showAbout);
     m_quitTimer.setSingleShot(true);
     connect(&m_quitTimer, &QTimer::timeout, this, &HostApplication::finishRun);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &HostApplication::shutdown);
@@ -181,11 +209,15 @@ void HostApplication::reportFatal(const QString& message)
 
 int HostApplication::start()
 {
+    if (const QString problem = HostPaths::homeProblem(); !problem.isEmpty()) {
+        reportFatal(problem);
+        return 2;
+    }
     const QString language = m_options.language.isEmpty()
                                  ? CommonUtils::GetSettings(QStringLiteral("host"), QStringLiteral("language"),
                                                             QStringLiteral("en")).toString()
                                  : m_options.language;
-    if (!setLanguage(language) && !setLanguage(QStringLiteral("en")))
+    if (!applyLanguage(language, false) && !applyLanguage(QStringLiteral("en"), false))
         QTextStream(stderr) << "netinfo: no translation under "
                             << QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations"))
                             << "; showing text keys\n";
@@ -200,7 +232,6 @@ int HostApplication::start()
         return 1;
     }
     IUIPlugin* plugin = m_module.uiPlugin();
-    INotify* notify = m_module.notify();
     // Plug-ins ask the container by name which others are loaded.
     if (IPluginContainer* container = Startup::GetPluginContainer())
         container->RegisterPlugin(plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(),
@@ -212,23 +243,8 @@ int HostApplication::start()
                                         .toStringList();
     m_connection.start(connection);
     m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
-
-    // Asking for the view service brings it back after an earlier OnDestroy
-    // in this process (a restarted host); the first time it is a no-op.
-    plugin->QueryInterface(HostIds::ViewServiceId, nullptr);
-    plugin->Init();
-    m_bRunning = true;
-    // The panel comes back through the notification service (event 4116).
-    notify->Notify(HostIds::MsgCreateStatusPanel, 0, 0);
-
     setUpTray();
-    // Lay the window out first so the view gets its real rectangle.
-    if (m_options.startInTray && m_tray->isAvailable())
-        m_window.adjustSize();
-    else
-        m_window.show();
-    QRect rect = m_window.viewRect();
-    plugin->ShowWindow(m_window.viewArea(), rect);
+    startView(!(m_options.startInTray && m_tray->isAvailable()));
 
     updateRecordingState();
     m_recordingTimer.start(2000);
@@ -273,15 +289,60 @@ bool HostApplication::lockInstance()
     return false;
 }
 
+void HostApplication::startView(bool showWindow)
+{
+    IUIPlugin* plugin = m_module.uiPlugin();
+    // Asking for the view service brings it back after an earlier OnDestroy
+    // in this process (a restarted host, a new language); the first time it
+    // is a no-op.
+    plugin->QueryInterface(HostIds::ViewServiceId, nullptr);
+    plugin->Init();
+    m_bRunning = true;
+    // The panel comes back through the notification service (event 4116).
+    m_module.notify()->Notify(HostIds::MsgCreateStatusPanel, 0, 0);
+
+    // Lay the window out first so the view gets its real rectangle.
+    if (showWindow)
+        m_window.show();
+    else
+        m_window.adjustSize();
+    QRect rect = m_window.viewRect();
+    plugin->ShowWindow(m_window.viewArea(), rect);
+    if (m_uConnectionStatus)
+        m_module.notify()->Notify(HostIds::MsgConnectionStatus, m_uConnectionStatus, 0);
+}
+
+void HostApplication::stopView()
+{
+    m_bRunning = false;
+    IUIPlugin* plugin = m_module.uiPlugin();
+    plugin->UnSDKRegisterEvent();
+    plugin->OnDestroy();
+}
+
 bool HostApplication::setLanguage(const QString& language)
+{
+    return applyLanguage(language, true);
+}
+
+bool HostApplication::applyLanguage(const QString& language, bool remember)
 {
     if (!Change::LoadLanguage(language))
         return false;
-    QGuiApplication::setLayoutDirection(language == QLatin1String("ar") ? Qt::RightToLeft : Qt::LeftToRight);
-    CommonUtils::SetSettings(QStringLiteral("host"), QStringLiteral("language"), language);
+    // -reverse asks for a mirrored layout for the whole run, whatever the language.
+    QGuiApplication::setLayoutDirection(m_options.mirrored || language == QLatin1String("ar") ? Qt::RightToLeft
+                                                                                             : Qt::LeftToRight);
+    // --lang is for one run; only the menu's choice is kept.
+    if (remember)
+        CommonUtils::SetSettings(QStringLiteral("host"), QStringLiteral("language"), language);
     m_window.setCurrentLanguage(language);
-    if (m_bRunning)
-        m_module.notify()->Notify(HostIds::MsgLanguageChanged, 0, 0);
+    if (m_bRunning) {
+        // The view's language notice does not reach every text it built,
+        // so a new view is the one way to show all of them in the new language.
+        const bool shown = m_window.isVisible();
+        stopView();
+        startView(shown);
+    }
     return true;
 }
 
@@ -345,13 +406,11 @@ void HostApplication::shutdown()
 {
     if (!m_bRunning)
         return;
-    m_bRunning = false;
     m_quitTimer.stop();
     m_recordingTimer.stop();
     m_limitTimer.stop();
+    stopView();
     IUIPlugin* plugin = m_module.uiPlugin();
-    plugin->UnSDKRegisterEvent();
-    plugin->OnDestroy();
     m_connection.stop();
     if (IPluginContainer* container = Startup::GetPluginContainer())
         container->UnregisterPlugin(plugin->GetPluginName(), plugin->GetPluginType());
@@ -377,6 +436,7 @@ void HostApplication::onConnectionStatus(unsigned int status)
 {
     // The measured interface may have been re-chosen with the route.
     m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
+    m_uConnectionStatus = status;
     if (m_bRunning)
         m_module.notify()->Notify(HostIds::MsgConnectionStatus, status, 0);
 }
@@ -398,6 +458,11 @@ void HostApplication::openSettings()
         return;
     }
     dialog.exec();
+}
+
+void HostApplication::showAbout()
+{
+    AboutDialog(&m_window).exec();
 }
 
 void HostApplication::onViewAreaResized(const QRect& rect)

@@ -29,14 +29,18 @@ struct HostOptions
     bool startInTray = false; // --tray: the window stays hidden where a tray exists
     ConnectionLayer::Options connection;
     bool interfacesGiven = false; // --interface overrides the counted-interfaces setting
-    QString language; // empty: the one chosen last time, else English
+    QString language; // empty: the one chosen last time, else English; never saved
+    bool mirrored = false; // Qt's -reverse: right to left whatever the language
 
     // The languages the host offers, with their names in their own script.
     static QList<QPair<QString, QString>> languages();
 
     // Reads the command line (program name first); false with a message on
-    // a bad option. --help prints the usage and exits.
-    static bool parse(const QStringList& arguments, HostOptions& options, QString& message);
+    // a bad option or an interface that is not there (looked up under
+    // sysClassNet). --help prints the usage and exits.
+    static bool parse(const QStringList& arguments, HostOptions& options, QString& message,
+                      const QString& sysClassNet = QStringLiteral("/sys/class/net"));
+    // In the user's cache folder: an installation may be shared or read-only.
     static QString defaultScreenshotPath();
 };
 
@@ -44,8 +48,9 @@ class HostApplication : public QObject
 {
     Q_OBJECT
 public:
-    // Without a display the host runs on the offscreen platform. Call before
-    // the QApplication exists.
+    // Without a display the host runs on the offscreen platform; without a
+    // session's runtime folder it makes a private one. Call before the
+    // QApplication exists.
     static void prepareEnvironment();
     static constexpr double HeadlessRunSeconds = 4.0;
 
@@ -60,11 +65,16 @@ public:
 
     MainWindow& window() { return m_window; }
     ConnectionLayer& connection() { return m_connection; }
-    // Loads the language, mirrors the layout for right-to-left scripts, tells
-    // the view and remembers the choice; false if it cannot be loaded.
+    // Loads the language, mirrors the layout for right-to-left scripts,
+    // rebuilds the view in it and remembers the choice; false if it cannot
+    // be loaded.
     bool setLanguage(const QString& language);
 
 private:
+    bool applyLanguage(const QString& language, bool remember);
+    void startView(bool showWindow = true);
+    void stopView();
+    void showAbout();
     void reportFatal(const QString& message);
     void onNotified(const QString& target, uint code, quintptr param1, quintptr param2);
     void onConnectionStatus(unsigned int status);
@@ -94,4 +104,5 @@ private:
     std::unique_ptr<LimitNotices> m_limitNotices;
     QTimer m_limitTimer;
     bool m_bRunning = false;
+    unsigned int m_uConnectionStatus = 0;
 };

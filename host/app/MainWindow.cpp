@@ -71,6 +71,10 @@ MainWindow::MainWindow(QWidget* parent)
     m_pLanguageGroup->setExclusive(true);
     connect(m_pLanguageGroup, &QActionGroup::triggered, this,
             [this](QAction* action) { emit languageRequested(action->data().toString()); });
+    m_pHelpMenu = menuBar()->addMenu(QString());
+    m_pAboutAction = m_pHelpMenu->addAction(QString());
+    m_pAboutAction->setObjectName(QStringLiteral("NetInfo_AboutAction"));
+    connect(m_pAboutAction, &QAction::triggered, this, &MainWindow::aboutRequested);
     m_pRecordingLabel = new QLabel(this);
     m_pRecordingLabel->setObjectName(QStringLiteral("NetInfo_RecordingState"));
     statusBar()->addWidget(m_pRecordingLabel, 1);
@@ -167,8 +171,8 @@ void MainWindow::showHistory()
 
 void MainWindow::retranslate()
 {
-    const QString source = m_bSimulated ? tr("simulated figures") : m_strInterface;
-    setWindowTitle(source.isEmpty() ? QStringLiteral("NetInfo") : QStringLiteral("NetInfo \u2014 %1").arg(source));
+    // The desktop appends the application's name to every window title.
+    setWindowTitle(m_bSimulated ? tr("simulated figures") : m_strInterface);
     m_pStatusDock->setWindowTitle(tr("Connection"));
     m_pToolsMenu->setTitle(tr("&Tools"));
     m_pSettingsAction->setText(tr("&Settings..."));
@@ -179,4 +183,6 @@ void MainWindow::retranslate()
     m_pQuitAction->setText(tr("&Quit"));
     // Language names stay in their own script, so anyone can find theirs.
     m_pLanguageMenu->setTitle(tr("&Language"));
+    m_pHelpMenu->setTitle(tr("&Help"));
+    m_pAboutAction->setText(tr("&About NetInfo"));
 }

@@ -55,6 +55,7 @@ signals:
     void languageRequested(const QString& code);
     void countedInterfacesRequested();
     void backgroundRecordingRequested();
+    void aboutRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -75,6 +76,8 @@ private:
     QLabel* m_pRecordingLabel = nullptr;
     QAction* m_pQuitAction = nullptr;
     QMenu* m_pLanguageMenu = nullptr;
+    QMenu* m_pHelpMenu = nullptr;
+    QAction* m_pAboutAction = nullptr;
     QActionGroup* m_pLanguageGroup = nullptr;
     bool m_bSimulated = false;
     QString m_strInterface;

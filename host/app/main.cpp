@@ -12,14 +12,13 @@ int main(int argc, char* argv[])
     HostApplication::prepareEnvironment();
     PluginMessageFormat::install();
     // Trace output is for developers: QT_LOGGING_RULES or --verbose turn it
-    // back on. The view keeps two connections that Qt refuses by design;
-    // their warnings would only alarm users.
+    // back on.
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        QLoggingCategory::setFilterRules(
-            QStringLiteral("netinfo.*.debug=false\nqt.core.qobject.connect.warning=false"));
+        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=false"));
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("netinfo"));
     QApplication::setApplicationDisplayName(QStringLiteral("NetInfo"));
+    QApplication::setApplicationVersion(QStringLiteral(NETINFO_VERSION));
 
     HostOptions options;
     QString message;
@@ -27,6 +26,9 @@ int main(int argc, char* argv[])
         QTextStream(stderr) << "netinfo: " << message << '\n';
         return 2;
     }
+    // Qt has taken -reverse off the command line; no language is loaded yet,
+    // so a mirrored layout now can only come from it.
+    options.mirrored = QGuiApplication::isRightToLeft();
     // A second start brings the running window forward and leaves.
     if (!options.connection.simulate && SingleInstance::activateRunning())
         return 0;

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QTranslator>
@@ -18,6 +20,7 @@ namespace {
 struct LanguageState
 {
     QPointer<QTranslator> translator;
+    QPointer<QTranslator> qtTranslator; // Qt's own texts (standard buttons, dialogs)
     QString name;
 };
 
@@ -78,6 +81,17 @@ bool Change::LoadLanguage(const QString& language)
     }
     next->setParent(app);
     state.translator = next.release();
+
+    // Qt's translations are optional (a separate Debian package); English
+    // needs none, so the previous language's go away in any case.
+    delete state.qtTranslator;
+    auto qt = std::make_unique<QTranslator>();
+    if (qt->load(QLocale(language), QStringLiteral("qtbase"), QStringLiteral("_"),
+                 QLibraryInfo::path(QLibraryInfo::TranslationsPath))
+        && app->installTranslator(qt.get())) {
+        qt->setParent(app);
+        state.qtTranslator = qt.release();
+    }
     state.name = language;
     qCDebug(lcHost, "Change: language \"%s\" loaded from %s", qUtf8Printable(language), qUtf8Printable(file));
     return true;

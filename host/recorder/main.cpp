@@ -98,6 +98,10 @@ int main(int argc, char* argv[])
     parser.process(app);
     if (parser.isSet(verbose))
         QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
+    if (const QString problem = HostPaths::homeProblem(); !problem.isEmpty()) {
+        qCCritical(lcRecorder, "%s", qUtf8Printable(problem));
+        return 2;
+    }
 
     velt::LinuxOptions options;
     options.role = velt::RecordingRole::Recorder;

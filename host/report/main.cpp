@@ -49,6 +49,8 @@ int main(int argc, char* argv[])
                                                         "OpenMetrics text format."));
     parser.addOptions({from, to, json, csv, history, openMetrics, database});
     parser.process(app);
+    if (const QString problem = HostPaths::homeProblem(); !problem.isEmpty())
+        return fail(problem, 2);
 
     if (int(parser.isSet(json)) + int(parser.isSet(csv)) + int(parser.isSet(openMetrics)) > 1)
         return fail(QStringLiteral("choose one of --json, --csv and --openmetrics"), 2);

@@ -2,6 +2,7 @@
 // path from usage crossing a limit to the connection being dropped.
 #include "HostApplication.h"
 
+#include "AboutDialog.h"
 #include "BackgroundRecording.h"
 #include "ConnectionControl.h"
 #include "CountedInterfacesDialog.h"
@@ -10,13 +11,23 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "ExtendDialog.h"
+#include "PluginMessageFormat.h"
+#include "SettingsDialog.h"
 #include "TestHome.h"
 #include "simulated/SimulatedBackend.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
+Q_LOGGING_CATEGORY(lcQtConnect, "qt.core.qobject.connect")
+
 namespace {
+
+QStringList printed;
+void keepPrinted(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    printed << message;
+}
 
 // Refuses every disconnect, as NetworkManager does when it is not running.
 class RefusingControl final : public ConnectionControl
@@ -41,36 +52,80 @@ private slots:
     void commandLine_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QString>("error"); // part of the message; empty: accepted
         QTest::addColumn<bool>("simulate");
         QTest::addColumn<QStringList>("interfaceNames");
         QTest::addColumn<QString>("language");
         const QStringList none;
 
-        QTest::newRow("defaults: the real connection") << QStringList{} << true << false << none << "";
-        QTest::newRow("demo traffic in Arabic")
-            << QStringList{"--simulate", "--lang", "ar"} << true << true << none << "ar";
-        QTest::newRow("fixed interfaces") << QStringList{"--interface", "wwan0", "--interface", "usb1"} << true
+        QTest::newRow("defaults: the real connection") << QStringList{} << "" << false << none << "";
+        QTest::newRow("demo traffic in Arabic") << QStringList{"--simulate", "--lang", "ar"} << "" << true << none
+                                                << "ar";
+        QTest::newRow("fixed interfaces") << QStringList{"--interface", "wwan0", "--interface", "usb1"} << ""
                                           << false << QStringList{"wwan0", "usb1"} << "";
-        QTest::newRow("unknown language") << QStringList{"--lang", "de"} << false << false << none << "";
-        QTest::newRow("blank interface") << QStringList{"--interface", " "} << false << false << none << "";
-        QTest::newRow("unknown option") << QStringList{"--bogus"} << false << false << none << "";
-        QTest::newRow("bad duration") << QStringList{"--quit-after", "soon"} << false << false << none << "";
+        QTest::newRow("interface not present")
+            << QStringList{"--interface", "wwan0", "--interface", "doesnotexist"} << "doesnotexist on this system; "
+            << false << none << "";
+        QTest::newRow("no interface to name")
+            << QStringList{"--interface", "../wwan0"} << "present: usb1, wwan0" << false << none << "";
+        QTest::newRow("simulated: any name") << QStringList{"--simulate", "--interface", "doesnotexist"} << ""
+                                             << true << QStringList{"doesnotexist"} << "";
+        QTest::newRow("unknown language") << QStringList{"--lang", "de"} << "de" << false << none << "";
+        QTest::newRow("blank interface") << QStringList{"--interface", " "} << "--interface" << false << none << "";
+        QTest::newRow("unknown option") << QStringList{"--bogus"} << "bogus" << false << none << "";
+        QTest::newRow("bad duration") << QStringList{"--quit-after", "soon"} << "soon" << false << none << "";
     }
 
     void commandLine()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(bool, accepted);
+        QFETCH(QString, error);
+        QTemporaryDir sysClassNet;
+        for (const char* name : {"lo", "usb1", "wwan0"})
+            QVERIFY(QDir(sysClassNet.path()).mkdir(name));
         HostOptions options;
         QString message;
-        QCOMPARE(HostOptions::parse(QStringList{"netinfo"} + arguments, options, message), accepted);
-        QCOMPARE(message.isEmpty(), accepted);
-        if (!accepted)
+        QCOMPARE(HostOptions::parse(QStringList{"netinfo"} + arguments, options, message, sysClassNet.path()),
+                 error.isEmpty());
+        QVERIFY2(error.isEmpty() ? message.isEmpty() : message.contains(error), qPrintable(message));
+        if (!error.isEmpty())
             return;
         QTEST(options.connection.simulate, "simulate");
         QTEST(options.connection.interfaceNames, "interfaceNames");
         QTEST(options.language, "language");
+        // Headless runs leave a picture, and never in the installation.
+        QVERIFY(options.screenshotPath.startsWith(
+            QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + "/netinfo/"));
+    }
+
+    // Qt's warnings that are expected here stay out of the terminal; the
+    // same kinds of warning about anything else still come through.
+    void expectedMessagesDropped_data()
+    {
+        QTest::addColumn<QStringList>("connectWarnings");
+        QTest::addColumn<QStringList>("printed");
+        const QString details = "QObject::connect:  (sender name:   'NetInfoUIPlugin_WidgetGraph')";
+        QTest::newRow("refused by design, with details")
+            << QStringList{"QObject::connect: No such signal GraphWidget::ResetButtonClicked()", details,
+                           "QObject::connect: No such slot NetInfoUILogic::onResetButtonClicked()"}
+            << QStringList{};
+        QTest::newRow("any other refusal")
+            << QStringList{"QObject::connect: No such slot GraphWidget::onResetButtonClicked()", details}
+            << QStringList{"QObject::connect: No such slot GraphWidget::onResetButtonClicked()", details};
+        QTest::newRow("offscreen size hints") << QStringList{} << QStringList{};
+    }
+
+    void expectedMessagesDropped()
+    {
+        QFETCH(QStringList, connectWarnings);
+        printed.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(keepPrinted);
+        PluginMessageFormat::install();
+        for (const QString& warning : connectWarnings)
+            qCWarning(lcQtConnect).noquote() << warning;
+        qWarning("This plugin does not support propagateSizeHints()");
+        qInstallMessageHandler(previous);
+        QTEST(printed, "printed");
     }
 
     // Usage passes the warning percentage; the user ticks "disconnect" and
@@ -117,36 +172,60 @@ private slots:
         host.shutdown();
     }
 
-    // A language from the menu reaches every text, mirrors the layout for
-    // Arabic and is remembered for the next start.
-    void languageMenuSwitchesEverything()
+    // The menu's language reaches every text (the view's, the host's and
+    // Qt's own buttons) and is remembered; --lang and -reverse last one run.
+    void language_data()
     {
+        QTest::addColumn<QString>("commandLine"); // --lang
+        QTest::addColumn<bool>("mirrored");       // -reverse
+        QTest::addColumn<QString>("menu");        // chosen from the menu; empty: none
+        QTest::addColumn<Qt::LayoutDirection>("direction");
+        QTest::addColumn<QString>("nextStart");
+        QTest::newRow("menu: Arabic, remembered") << "en" << false << "ar" << Qt::RightToLeft << "ar";
+        QTest::newRow("menu: back to English") << "ar" << false << "en" << Qt::LeftToRight << "en";
+        QTest::newRow("--lang: one run only") << "ar" << false << "" << Qt::RightToLeft << "en";
+        QTest::newRow("-reverse mirrors English") << "en" << true << "" << Qt::RightToLeft << "en";
+        QTest::newRow("-reverse outlasts a menu choice") << "en" << true << "zh_CN" << Qt::RightToLeft << "zh_CN";
+    }
+
+    void language()
+    {
+        QFETCH(QString, menu);
         TestHome home;
         qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
+        QFETCH(QString, commandLine);
+        QFETCH(bool, mirrored);
         HostOptions options;
         options.connection.simulate = true;
         options.connection.demoTraffic = false;
-        options.language = "en";
+        options.language = commandLine;
+        options.mirrored = mirrored;
         {
             HostApplication host(options);
             QCOMPARE(host.start(), 0);
-            auto* arabic = host.window().findChild<QAction*>("NetInfo_Language_ar");
-            QVERIFY(arabic);
-            arabic->trigger();
-            QCOMPARE(QGuiApplication::layoutDirection(), Qt::RightToLeft);
-            QVERIFY(arabic->isChecked());
+            if (!menu.isEmpty())
+                host.window().findChild<QAction*>("NetInfo_Language_" + menu)->trigger();
+            const QString shown = menu.isEmpty() ? commandLine : menu;
+            QVERIFY(host.window().findChild<QAction*>("NetInfo_Language_" + shown)->isChecked());
+            QTEST(QGuiApplication::layoutDirection(), "direction");
+            // The view was built anew in the language, not merely notified.
             auto* caption = host.window().findChild<QLabel*>("NetInfoUIPlugin_LabelDataVolume");
-            QVERIFY(caption && caption->text() != QLatin1String("Data volume"));
             QCOMPARE(caption->text(), Change::tr("IDS_STA_TOTALVOLUME", "NetInfoUIExPlugin"));
+            // The desktop adds the application's name to the title itself.
+            QVERIFY2(!host.window().windowTitle().contains("NetInfo"), qPrintable(host.window().windowTitle()));
+            const bool qtTranslated = QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath)
+                                                    + "/qtbase_" + shown + ".qm");
+            SettingsDialog dialog;
+            const QString ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->text();
+            QVERIFY2(ok.contains("OK") != (qtTranslated && shown != "en"), qPrintable(ok));
             host.shutdown();
         }
         options.language.clear();
+        options.mirrored = false;
         HostApplication again(options);
         QCOMPARE(again.start(), 0);
-        QCOMPARE(Change::CurrentLanguage(), QStringLiteral("ar"));
-        QVERIFY(again.window().findChild<QAction*>("NetInfo_Language_ar")->isChecked());
-        again.setLanguage("en");
-        QCOMPARE(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+        QTEST(Change::CurrentLanguage(), "nextStart");
+        again.setLanguage("en"); // for the tests that follow
         again.shutdown();
     }
 
@@ -199,29 +278,34 @@ private slots:
         layer.stop();
     }
 
-    // The single-instance lock says what stands in the way.
-    void instanceLock_data()
+    // A start that cannot go on says what stands in the way.
+    void startRefused_data()
     {
-        QTest::addColumn<bool>("otherInstance");
+        QTest::addColumn<QString>("obstacle");
+        QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("expected");
         QTest::newRow("already running")
-            << true << QStringLiteral("already running (process %1)").arg(QCoreApplication::applicationPid());
-        QTest::newRow("data folder blocked") << false << "cannot create its data folder";
+            << "instance" << 1 << QStringLiteral("already running (process %1)").arg(QCoreApplication::applicationPid());
+        QTest::newRow("data folder blocked") << "file" << 1 << "cannot create its data folder";
+        QTest::newRow("HOME unset") << "home" << 2 << "HOME is not set";
     }
 
-    void instanceLock()
+    void startRefused()
     {
-        QFETCH(bool, otherInstance);
+        QFETCH(QString, obstacle);
         QFETCH(QString, expected);
         TestHome home;
         qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
         const QString dir = HostPaths::userDataDir();
         QLockFile other(dir + "/netinfo.lock");
-        if (otherInstance) {
+        if (obstacle == "instance") {
             QVERIFY(QDir().mkpath(dir) && other.tryLock());
-        } else {
+        } else if (obstacle == "file") {
             QFile blocker(dir); // a file where the folder belongs
             QVERIFY(QDir().mkpath(QFileInfo(dir).path()) && blocker.open(QIODevice::WriteOnly));
+        } else {
+            for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"})
+                qunsetenv(name); // TestHome puts them back
         }
         QString shown;
         CommonUtils::SetMessageHook([&shown](QMessageBox& box) {
@@ -231,9 +315,20 @@ private slots:
         HostOptions options;
         options.language = "en";
         HostApplication host(options);
-        QCOMPARE(host.start(), 1);
+        QTEST(host.start(), "exitCode");
         CommonUtils::SetMessageHook({});
-        QVERIFY2(shown.contains(expected) && shown.contains(otherInstance ? "" : dir), qPrintable(shown));
+        QVERIFY2(shown.contains(expected) && shown.contains(obstacle == "file" ? dir : ""), qPrintable(shown));
+        QVERIFY(!QFile::exists("/.local/share/netinfo"));
+    }
+
+    // Users look here for their files before backing up or deleting them.
+    void aboutNamesTheFiles()
+    {
+        TestHome home;
+        const QString text = AboutDialog().findChild<QLabel*>("NetInfo_AboutText")->text();
+        for (const QString& path : {home.userFile("usage.sqlite"), home.configHome() + "/netinfo"})
+            QVERIFY2(text.contains(path), qPrintable(text));
+        QVERIFY(text.contains("MIT"));
     }
 
     void backgroundRecording_data()

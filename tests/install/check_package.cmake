@@ -1,6 +1,7 @@
 # Builds the Debian package into a scratch directory and checks what it
 # unpacks to: <home> under /opt/netinfo, the desktop files and command under /usr.
-#   cmake -D SOURCE_DIR=.. -D BUILD_DIR=.. -D WORK_DIR=.. -D CPACK=.. -D DPKG_DEB=.. -P check_package.cmake
+#   cmake -D SOURCE_DIR=.. -D BUILD_DIR=.. -D WORK_DIR=.. -D CPACK=.. -D DPKG_DEB=.. [-D LINTIAN=..]
+#         -P check_package.cmake
 include(${CMAKE_CURRENT_LIST_DIR}/layout.cmake)
 
 set(out ${WORK_DIR}/package)
@@ -20,7 +21,11 @@ if(NOT rc EQUAL 0)
 endif()
 
 set(expected usr/bin/netinfo usr/bin/netinfo-recorder usr/bin/netinfo-report
-    usr/lib/systemd/user/netinfo-recorder.service etc/xdg/autostart/netinfo-recorder.desktop)
+    usr/lib/systemd/user/netinfo-recorder.service etc/xdg/autostart/netinfo-recorder.desktop
+    usr/share/doc/netinfo/copyright usr/share/doc/netinfo/changelog.Debian.gz)
+foreach(command netinfo netinfo-recorder netinfo-report)
+    list(APPEND expected usr/share/man/man1/${command}.1.gz)
+endforeach()
 foreach(file IN LISTS netinfo_home_files)
     list(APPEND expected opt/netinfo/${file})
 endforeach()
@@ -47,4 +52,15 @@ endif()
 execute_process(COMMAND ${DPKG_DEB} -f ${debs} Depends OUTPUT_VARIABLE depends)
 if(NOT depends MATCHES "libqt6widgets6" OR NOT depends MATCHES "libqt6sql6-sqlite")
     message(FATAL_ERROR "The package's dependencies lack the Qt libraries: ${depends}")
+endif()
+
+# Where lintian exists, it finds no error but the deliberate /opt layout.
+if(LINTIAN)
+    execute_process(COMMAND ${LINTIAN} --tag-display-limit 0 ${debs} OUTPUT_VARIABLE said ERROR_VARIABLE said)
+    string(REGEX MATCHALL "(^|\n)E: [^\n]*" errors "${said}")
+    list(FILTER errors EXCLUDE REGEX " dir-or-file-in-opt ")
+    if(errors)
+        message(FATAL_ERROR "lintian reports errors:\n${errors}\n\nAll it said:\n${said}")
+    endif()
+    message(STATUS "lintian:\n${said}")
 endif()

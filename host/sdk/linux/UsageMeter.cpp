@@ -207,6 +207,7 @@ const MeterSnapshot& UsageMeter::step()
         }
 
         Usage booked;
+        Usage bookedLive; // the current connection counts from this process's first sight of it
         quint64 receiveSpeed = 0, sendSpeed = 0;
         bool connected = false;
         m_overlay = Usage();
@@ -220,13 +221,16 @@ const MeterSnapshot& UsageMeter::step()
             const std::pair<quint32, QString> key{link.ifindex, link.ifindex ? QString() : name};
             const auto seen = m_seen.find(key);
             CounterReading previous;
+            bool fromBaseline = false;
             if (seen != m_seen.end()) {
                 previous = seen->second.reading;
             } else if (m_writer) {
                 // The ledger's baseline continues a restart or another writer, nothing later:
                 // a link counted again after a pause starts afresh.
-                if (m_continuing)
+                if (m_continuing) {
                     previous = baselineReading(name, link.ifindex);
+                    fromBaseline = true;
+                }
                 const auto index = m_indexByName.constFind(name);
                 // Appeared or re-created since the last sample: all its traffic is new.
                 const bool wasPresent = m_present.contains(name);
@@ -260,6 +264,8 @@ const MeterSnapshot& UsageMeter::step()
                 m_overlay += Usage{pending.received, pending.sent, 0};
             }
             booked += usage;
+            if (!fromBaseline)
+                bookedLive += usage;
             receiveSpeed += delta.receiveSpeed;
             sendSpeed += delta.sendSpeed;
             connected = connected || isConnected;
@@ -283,7 +289,7 @@ const MeterSnapshot& UsageMeter::step()
         }
         if (connected) {
             Usage live{m_live.bytesReceived, m_live.bytesSent, 0};
-            live += booked;
+            live += bookedLive;
             m_live.bytesReceived = live.received;
             m_live.bytesSent = live.sent;
             m_liveConnectedMs += connectedInterval(m_wasConnected, connected, elapsed);
