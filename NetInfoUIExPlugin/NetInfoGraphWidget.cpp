@@ -337,41 +337,56 @@ bool GraphWidget::updateCurveLayer(double startX, int dx)
         painter.drawLines(lines.constData(), int(lines.size()));
     }
 
-    // Rows that each curve may cover now, per column.
-    const auto covered = [&](const QList<double>& samples) {
-        QVector<Rows> rows(width);
-        if (count == 0)
-            return rows;
-        Rows* row = rows.data();
-        const double* sample = samples.constData(); // at least count + 1 long
-        double y0 = speedY(sample[0]);
-        for (int i = 0; i < count; ++i) {
-            const double y1 = speedY(sample[i + 1]);
-            const int lo = int(std::floor(std::clamp(std::min(y0, y1), -2.0, double(height)))) - 1;
-            const int hi = int(std::ceil(std::clamp(std::max(y0, y1), -2.0, double(height)))) + 1;
-            const int x = head + dx * i;
-            const int last = std::min(width - 1, std::max(x, x + dx));
-            for (int c = std::max(0, std::min(x, x + dx)); c <= last; ++c) {
-                if (row[c].lo > row[c].hi) {
-                    row[c] = {lo, hi};
-                } else {
-                    row[c].lo = std::min(row[c].lo, lo);
-                    row[c].hi = std::max(row[c].hi, hi);
-                }
-            }
-            y0 = y1;
-        }
-        return rows;
-    };
-    const QVector<Rows> upRows = covered(m_listUp);
-    const QVector<Rows> downRows = covered(m_listDown);
+    const QVector<Rows> upRows = coveredRows(m_listUp, count, head, dx, width, height);
+    const QVector<Rows> downRows = coveredRows(m_listDown, count, head, dx, width, height);
     if (!shift || m_upRows.size() != width) {
         m_frame = m_fixedLayer.copy();
         m_upRows = QVector<Rows>(width);
         m_downRows = QVector<Rows>(width);
     }
 
-    // Down over up over the fixed layer, as drawing them in turn would give.
+    composeFrame(upRows, downRows);
+    m_upRows = upRows;
+    m_downRows = downRows;
+    m_iDrawnSegments = count;
+    return true;
+}
+
+// Rows that a curve may cover now, per column.
+QVector<GraphWidget::Rows> GraphWidget::coveredRows(const QList<double>& samples, int count, int head, int dx,
+                                                    int width, int height) const
+{
+    QVector<Rows> rows(width);
+    if (count == 0)
+        return rows;
+    Rows* row = rows.data();
+    const double* sample = samples.constData(); // at least count + 1 long
+    double y0 = speedY(sample[0]);
+    for (int i = 0; i < count; ++i) {
+        const double y1 = speedY(sample[i + 1]);
+        const int lo = int(std::floor(std::clamp(std::min(y0, y1), -2.0, double(height)))) - 1;
+        const int hi = int(std::ceil(std::clamp(std::max(y0, y1), -2.0, double(height)))) + 1;
+        const int x = head + dx * i;
+        const int last = std::min(width - 1, std::max(x, x + dx));
+        for (int c = std::max(0, std::min(x, x + dx)); c <= last; ++c) {
+            if (row[c].lo > row[c].hi) {
+                row[c] = {lo, hi};
+            } else {
+                row[c].lo = std::min(row[c].lo, lo);
+                row[c].hi = std::max(row[c].hi, hi);
+            }
+        }
+        y0 = y1;
+    }
+    return rows;
+}
+
+// Down over up over the fixed layer, as drawing them in turn would give,
+// in the rows either curve covers now or covered before.
+void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows)
+{
+    const int width = m_fixedLayer.width();
+    const int height = m_fixedLayer.height();
     const QRgb upColour = m_colorUp.rgb();
     const QRgb downColour = m_colorDown.rgb();
     uchar* const frame = m_frame.bits();
@@ -400,10 +415,6 @@ bool GraphWidget::updateCurveLayer(double startX, int dx)
         compose(c, upNow[c], m_upRows[c]);
         compose(c, downNow[c], m_downRows[c]);
     }
-    m_upRows = upRows;
-    m_downRows = downRows;
-    m_iDrawnSegments = count;
-    return true;
 }
 
 void GraphWidget::drawFixedLayer(QPainter& painter, bool rightToLeft)

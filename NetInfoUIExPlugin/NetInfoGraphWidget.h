@@ -94,6 +94,9 @@ private:
         int lo = 0;
         int hi = -1;
     };
+    QVector<Rows> coveredRows(const QList<double>& samples, int count, int head, int dx, int width,
+                              int height) const;
+    void composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows);
 
     QImage m_fixedLayer;
     LayerKey m_layerKey;

@@ -98,7 +98,7 @@ QString NetInfoSettingUILogic::GetConfigFilePath()
 {
     NETINFO_SETTING_TRACE(kSource);
     const QString directory = GetUserDataDirectory();
-    const QString path = directory + kFileName;
+    QString path = directory + kFileName;
     if (!isMissingOrEmpty(path))
         return path;
 

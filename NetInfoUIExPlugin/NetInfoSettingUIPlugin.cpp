@@ -171,23 +171,7 @@ bool NetInfoSettingUIPlugin::InitNetInfoSetting()
         if (m_pStore)
             m_pStore->GetUseLimitSetting();
     }
-    // A rebuild after a change of language replaces the earlier tree.
-    // A page on show in the host's dialog (a language change, say) is
-    // replaced in place rather than taken from under the user.
-    QPointer<QWidget> host = m_pPageWidget ? m_pPageWidget->parentWidget() : nullptr;
-    const QRect shownAt = m_pPageWidget ? m_pPageWidget->geometry() : QRect();
-    const bool shown = m_pPageWidget && m_pPageWidget->isVisible();
-    destroyPage();
-
-    m_pPageWidget = new QWidget;
-    if (host) {
-        m_pPageWidget->setParent(host);
-        m_pPageWidget->setGeometry(shownAt);
-        m_pPageWidget->setVisible(shown);
-    }
-    // The host's dialog deletes the page with itself when it still holds it
-    // (after a refused OK, say); every pointer into the tree must go then.
-    connect(m_pPageWidget, &QObject::destroyed, this, &NetInfoSettingUIPlugin::forgetPage);
+    replacePage();
     m_pGrpSetPeriod = new QGroupBox(m_pPageWidget);
     m_pGrpRecurrence = new QGroupBox(m_pPageWidget);
     m_pDateWidget = new QWidget(m_pPageWidget);
@@ -211,26 +195,7 @@ bool NetInfoSettingUIPlugin::InitNetInfoSetting()
         return false;
     }
 
-    m_pPageWidget->setObjectName(QStringLiteral("NetInfoSettingDlg_WidgetNetInfoSetting"));
-    m_pGrpSetPeriod->setObjectName(QStringLiteral("NetInfoSettingDlg_GroupBoxSetPeriod"));
-    m_pGrpRecurrence->setObjectName(QStringLiteral("NetInfoSettingDlg_GroupBoxRecurrence"));
-    m_pDateWidget->setObjectName(QStringLiteral("NetInfoSettingDlg_WidgetSetDate"));
-    m_pDateEdit->setObjectName(QStringLiteral("NetInfoSettingDlg_dateedit"));
-    m_pMainLayout->setObjectName(QStringLiteral("NetInfoSettingDlg_layoutNetInfoMain"));
-    m_pGridSetPeriod->setObjectName(QStringLiteral("NetInfoSettingDlg_gridlayoutSetPeriod"));
-    m_pGridSetDate->setObjectName(QStringLiteral("NetInfoSettingDlg_gridlayoutSetDate"));
-    m_pDateColumn->setObjectName(QStringLiteral("NetInfoSettingDlg_vlayoutSetDate"));
-    m_pGrpSetWarn->setObjectName(QStringLiteral("NetInfoSettingDlg_GroupBoxSetWarn"));
-    m_pGrpSetLimit->setObjectName(QStringLiteral("NetInfoSettingDlg_groupBoxSetLimit"));
-
-    m_pGrpSetPeriod->setFixedHeight(180);
-    m_pGrpSetPeriod->setTitle(tr(QStringLiteral("IDS_GRP_SETPERIOD")));
-    m_pGrpRecurrence->setTitle(tr(QStringLiteral("IDS_GRP_RECURRENCE")));
-    m_pGrpSetLimit->setFixedHeight(88);
-    m_pGrpSetLimit->setTitle(tr(QStringLiteral("IDS_GRP_SETLIMIT")));
-    m_pGrpSetLimit->setContentsMargins(0, 0, 0, 0);
-    m_pGrpSetWarn->setFixedHeight(93);
-    m_pGrpSetWarn->setTitle(tr(QStringLiteral("IDS_GRP_SETWARNINGS")));
+    nameAndTitleGroups();
 
     m_pNoteLabel->setText(noteText(tr(QStringLiteral("IDS_STAT_MAX"))));
     m_pNoteLabel->setWordWrap(true);
@@ -274,6 +239,50 @@ bool NetInfoSettingUIPlugin::InitNetInfoSetting()
     // count as the user's pick.
     connect(m_pDateEdit, &QDateEdit::dateChanged, this, &NetInfoSettingUIPlugin::onDateChangeEvent);
     return true;
+}
+
+void NetInfoSettingUIPlugin::replacePage()
+{
+    // A rebuild after a change of language replaces the earlier tree.
+    // A page on show in the host's dialog (a language change, say) is
+    // replaced in place rather than taken from under the user.
+    QPointer<QWidget> host = m_pPageWidget ? m_pPageWidget->parentWidget() : nullptr;
+    const QRect shownAt = m_pPageWidget ? m_pPageWidget->geometry() : QRect();
+    const bool shown = m_pPageWidget && m_pPageWidget->isVisible();
+    destroyPage();
+    m_pPageWidget = new QWidget;
+    if (host) {
+        m_pPageWidget->setParent(host);
+        m_pPageWidget->setGeometry(shownAt);
+        m_pPageWidget->setVisible(shown);
+    }
+    // The host's dialog deletes the page with itself when it still holds it
+    // (after a refused OK, say); every pointer into the tree must go then.
+    connect(m_pPageWidget, &QObject::destroyed, this, &NetInfoSettingUIPlugin::forgetPage);
+}
+
+void NetInfoSettingUIPlugin::nameAndTitleGroups()
+{
+    m_pPageWidget->setObjectName(QStringLiteral("NetInfoSettingDlg_WidgetNetInfoSetting"));
+    m_pGrpSetPeriod->setObjectName(QStringLiteral("NetInfoSettingDlg_GroupBoxSetPeriod"));
+    m_pGrpRecurrence->setObjectName(QStringLiteral("NetInfoSettingDlg_GroupBoxRecurrence"));
+    m_pDateWidget->setObjectName(QStringLiteral("NetInfoSettingDlg_WidgetSetDate"));
+    m_pDateEdit->setObjectName(QStringLiteral("NetInfoSettingDlg_dateedit"));
+    m_pMainLayout->setObjectName(QStringLiteral("NetInfoSettingDlg_layoutNetInfoMain"));
+    m_pGridSetPeriod->setObjectName(QStringLiteral("NetInfoSettingDlg_gridlayoutSetPeriod"));
+    m_pGridSetDate->setObjectName(QStringLiteral("NetInfoSettingDlg_gridlayoutSetDate"));
+    m_pDateColumn->setObjectName(QStringLiteral("NetInfoSettingDlg_vlayoutSetDate"));
+    m_pGrpSetWarn->setObjectName(QStringLiteral("NetInfoSettingDlg_GroupBoxSetWarn"));
+    m_pGrpSetLimit->setObjectName(QStringLiteral("NetInfoSettingDlg_groupBoxSetLimit"));
+
+    m_pGrpSetPeriod->setFixedHeight(180);
+    m_pGrpSetPeriod->setTitle(tr(QStringLiteral("IDS_GRP_SETPERIOD")));
+    m_pGrpRecurrence->setTitle(tr(QStringLiteral("IDS_GRP_RECURRENCE")));
+    m_pGrpSetLimit->setFixedHeight(88);
+    m_pGrpSetLimit->setTitle(tr(QStringLiteral("IDS_GRP_SETLIMIT")));
+    m_pGrpSetLimit->setContentsMargins(0, 0, 0, 0);
+    m_pGrpSetWarn->setFixedHeight(93);
+    m_pGrpSetWarn->setTitle(tr(QStringLiteral("IDS_GRP_SETWARNINGS")));
 }
 
 void NetInfoSettingUIPlugin::fillWeekdays()

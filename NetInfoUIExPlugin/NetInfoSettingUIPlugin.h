@@ -92,6 +92,9 @@ private:
         void (NetInfoSettingUIPlugin::*slot)(bool));
     void initWarnings();
     void setLanguageSetPeriod();
+    // A rebuild after a change of language replaces the earlier page.
+    void replacePage();
+    void nameAndTitleGroups();
     void fillWeekdays();
     void selectStoredIndex(QComboBox* combo, const QString& key);
     void setRecurrenceWidgetsEnabled(bool radios, bool weekly, bool monthly);

@@ -136,7 +136,7 @@ void MeteredLinks::refresh()
     };
 
     ask(nmCall(kManagerPath, kManagerInterface, QStringLiteral("GetDevices")),
-        [this, gathering, ask, settle](const QDBusMessage& reply) {
+        [gathering, ask, settle](const QDBusMessage& reply) {
             if (reply.type() == QDBusMessage::ErrorMessage) {
                 // Not running is an ordinary state; anything else is worth a line.
                 if (reply.errorName() != QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown")

@@ -48,7 +48,7 @@ QString CommonUtils::AbstractButtonElidedText(QAbstractButton* button, const QSt
         qCWarning(lcHost, "CommonUtils: elide mode %d is unknown; eliding on the right", mode);
         mode = Qt::ElideRight;
     }
-    const QString elided = button->fontMetrics().elidedText(text, static_cast<Qt::TextElideMode>(mode),
+    QString elided = button->fontMetrics().elidedText(text, static_cast<Qt::TextElideMode>(mode),
                                                             qMax(0, labelWidth(button)));
     button->setText(elided);
     return elided;

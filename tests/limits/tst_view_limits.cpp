@@ -83,7 +83,7 @@ class TestViewLimits : public QObject
         ExtendDialog* dialog = m_view->warnPrompt()->dialog();
         if (!dialog || !dialog->isVisible())
             return QString();
-        const QString text = dialog->findChild<QLabel*>("WarnDlg_LabelWarn")->text();
+        QString text = dialog->findChild<QLabel*>("WarnDlg_LabelWarn")->text();
         m_view->warnPrompt()->CloseDlg();
         return text;
     }

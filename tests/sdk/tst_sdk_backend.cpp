@@ -26,7 +26,7 @@ std::vector<Call> g_calls;
 QList<Call> calls(bool clear = false)
 {
     std::lock_guard lock(g_mutex);
-    const QList<Call> copy(g_calls.begin(), g_calls.end());
+    QList<Call> copy(g_calls.begin(), g_calls.end());
     if (clear)
         g_calls.clear();
     return copy;
