@@ -116,8 +116,10 @@ private slots:
         const TagUnitsTable shuffled = {flux[3], flux[0], flux[4], flux[2], flux[1]};
         const TagUnitsTable noBytes = {{"MB", 0, MiB, {}}, {"KB", 0, KiB, {}}};
         QTest::newRow("zero") << 0ull << flux << "C" << "0 B";
+        QTest::newRow("1023 bytes") << 1023ull << flux << "C" << "1023 B";
         QTest::newRow("1024") << KiB << flux << "C" << "1.00 KB";
         QTest::newRow("above 2^32") << 6 * GiB + 512 * MiB << flux << "C" << "6.50 GB";
+        QTest::newRow("beyond the largest unit") << 2048 * TiB << flux << "C" << "2048.00 TB";
         QTest::newRow("unsorted") << 1536ull << shuffled << "C" << "1.50 KB";
         QTest::newRow("below every unit") << 100ull << noBytes << "C" << "0.10 KB";
         QTest::newRow("decimal comma") << 1536ull << flux << "de_DE" << "1,50 KB";
