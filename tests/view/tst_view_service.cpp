@@ -309,6 +309,7 @@ private slots:
         QTest::addColumn<QString>("shown");
         QTest::newRow("single blank keeps") << QStringLiteral(" ") << QStringLiteral("00:01:00");
         QTest::newRow("empty replaces") << QString() << QString();
+        QTest::newRow("two blanks replace") << QStringLiteral("  ") << QStringLiteral("  ");
     }
 
     void statusPanelIsHandedToTheHost()
