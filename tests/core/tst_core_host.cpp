@@ -1,5 +1,7 @@
+// Strings, units, message boxes, the plug-in container and the host services.
 #include "Change.h"
 #include "CommonUtils.h"
+#include "EnvGuard.h"
 #include "ExtendDialog.h"
 #include "HostIds.h"
 #include "HostServices.h"
@@ -81,7 +83,6 @@ private slots:
         QTest::addColumn<QString>("expected");
 
         QTest::newRow("unknown key") << "" << "IDS_NO_SUCH_KEY" << kModule << "IDS_NO_SUCH_KEY";
-        QTest::newRow("other context") << "" << "IDS_TREE_DAILY" << "SomethingElse" << "IDS_TREE_DAILY";
         QTest::newRow("missing language") << "xx" << "IDS_TREE_DAILY" << kModule << "Today";
         QTest::newRow("corrupt file") << "yy" << "IDS_TREE_DAILY" << kModule << "Today";
         QTest::newRow("path outside the home") << "../../en" << "IDS_TREE_DAILY" << kModule << "Today";
@@ -113,7 +114,6 @@ private slots:
                                     {"mega", 0, MiB, "IDS_UNIT_MB"}, {"giga", 0, GiB, "IDS_UNIT_GB"},
                                     {"tera", 0, TiB, "IDS_UNIT_TB"}};
         const TagUnitsTable shuffled = {flux[3], flux[0], flux[4], flux[2], flux[1]};
-        const TagUnitsTable onlyIValue = {{"B", 1, 0, {}}, {"KB", 1024, 0, {}}};
         const TagUnitsTable noBytes = {{"MB", 0, MiB, {}}, {"KB", 0, KiB, {}}};
         QTest::newRow("zero") << 0ull << flux << "C" << "0 B";
         QTest::newRow("1023 bytes") << 1023ull << flux << "C" << "1023 B";
@@ -121,7 +121,6 @@ private slots:
         QTest::newRow("above 2^32") << 6 * GiB + 512 * MiB << flux << "C" << "6.50 GB";
         QTest::newRow("beyond the largest unit") << 2048 * TiB << flux << "C" << "2048.00 TB";
         QTest::newRow("unsorted") << 1536ull << shuffled << "C" << "1.50 KB";
-        QTest::newRow("only iValue") << 2048ull << onlyIValue << "C" << "2.00 KB";
         QTest::newRow("below every unit") << 100ull << noBytes << "C" << "0.10 KB";
         QTest::newRow("decimal comma") << 1536ull << flux << "de_DE" << "1,50 KB";
         QTest::newRow("empty table, decimal comma") << 1234567ull << TagUnitsTable() << "de_DE" << "1.234.567";
@@ -254,10 +253,11 @@ private slots:
         QCOMPARE(showMessage({"IDS_OK"}), 17);
 
         CommonUtils::SetMessageHook({});
-        qputenv("NETINFO_MESSAGE_ANSWER", "1");
         QDialog* dialog = nullptr;
-        QCOMPARE(showMessage({"IDS_YES", "IDS_NO"}, false, &dialog), 0);
-        qunsetenv("NETINFO_MESSAGE_ANSWER");
+        {
+            const EnvGuard answer("NETINFO_MESSAGE_ANSWER", "1");
+            QCOMPARE(showMessage({"IDS_YES", "IDS_NO"}, false, &dialog), 0);
+        }
         // Non-modal, the box waits for the user and deletes itself when answered.
         QPointer<QMessageBox> box(qobject_cast<QMessageBox*>(dialog));
         QVERIFY(box && box->isVisible() && !box->isModal());
@@ -324,17 +324,22 @@ private slots:
         QCOMPARE(service.GetTopLevelWidget(), nullptr);
         QCOMPARE(service.GetCentralWidget(), nullptr);
     }
-    // Last: it changes NETINFO_LIBRARY_PATH, which the translations are found by.
+    void libraryPath_data()
+    {
+        QTest::addColumn<QByteArray>("env"); // null: unset
+        QTest::addColumn<bool>("home");      // else the directory above the binary's
+        QTest::newRow("set, normalised") << QByteArray("<home>/plugins/../") << true;
+        QTest::newRow("unset") << QByteArray() << false;
+        QTest::newRow("empty") << QByteArray("") << false;
+    }
+
     void libraryPath()
     {
-        const QString aboveBinary = QFileInfo(QCoreApplication::applicationDirPath()).absolutePath();
-        auto pathWith = [](const QByteArray& env) {
-            env.isNull() ? qunsetenv("NETINFO_LIBRARY_PATH") : qputenv("NETINFO_LIBRARY_PATH", env);
-            return CommonUtils::GetPluginLibraryPath();
-        };
-        QCOMPARE(pathWith(QFile::encodeName(m_home->homePath() + "/plugins/../")), m_home->homePath());
-        QCOMPARE(pathWith(QByteArray()), aboveBinary);
-        QCOMPARE(pathWith(""), aboveBinary);
+        QFETCH(QByteArray, env);
+        QFETCH(bool, home);
+        const EnvGuard path("NETINFO_LIBRARY_PATH", env.replace("<home>", QFile::encodeName(m_home->homePath())));
+        QCOMPARE(CommonUtils::GetPluginLibraryPath(),
+                 home ? m_home->homePath() : QFileInfo(QCoreApplication::applicationDirPath()).absolutePath());
     }
 };
 

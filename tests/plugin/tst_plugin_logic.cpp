@@ -79,28 +79,39 @@ private slots:
         m_home.reset();
     }
 
-    void storedPeriodsAskTheirReportKind_data()
+    // Each period asks its own report kind; the history key goes out
+    // unsigned, so a negative one asks for now.
+    void queries_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("kind");
-        QTest::newRow("daily") << int(NETINFO_DAILY) << int(VELT_REPORT_TODAY);
-        QTest::newRow("weekly") << int(NETINFO_WEEKLY) << int(VELT_REPORT_WEEK);
-        QTest::newRow("monthly") << int(NETINFO_MONTHLY) << int(VELT_REPORT_MONTH);
-        QTest::newRow("yearly") << int(NETINFO_YEARLY) << int(VELT_REPORT_YEAR);
-        QTest::newRow("unknown type") << 7 << int(VELT_REPORT_TODAY);
+        QTest::addColumn<int>("type"); // -1: the history at "key"
+        QTest::addColumn<qlonglong>("key");
+        QTest::addColumn<int>("source"); // the report kind the figures come from; 9: the history
+        QTest::newRow("daily") << int(NETINFO_DAILY) << 0ll << int(VELT_REPORT_TODAY);
+        QTest::newRow("weekly") << int(NETINFO_WEEKLY) << 0ll << int(VELT_REPORT_WEEK);
+        QTest::newRow("monthly") << int(NETINFO_MONTHLY) << 0ll << int(VELT_REPORT_MONTH);
+        QTest::newRow("yearly") << int(NETINFO_YEARLY) << 0ll << int(VELT_REPORT_YEAR);
+        QTest::newRow("unknown type") << 7 << 0ll << int(VELT_REPORT_TODAY);
+        QTest::newRow("history, negative key") << -1 << -1ll << 9;
+        QTest::newRow("history, an hour") << -1 << 3600ll << 9;
     }
 
-    void storedPeriodsAskTheirReportKind()
+    void queries()
     {
         QFETCH(int, type);
-        QFETCH(int, kind);
+        QFETCH(qlonglong, key);
+        QFETCH(int, source);
         for (int k = VELT_REPORT_LIVE; k <= VELT_REPORT_YEAR; ++k)
             m_sdk->setReport(k, record(k * 100 + 1, k * 100 + 2, k * 100 + 3));
+        m_sdk->setHistory(record(901, 902, 903));
         NetInfoData data;
-        QVERIFY(!NetInfoUILogic::Instance()->GetStatistics(static_cast<_enNetInfoType>(type), data));
-        QCOMPARE(data.ullUpData, quint64(kind * 100 + 1));
-        QCOMPARE(data.ullDownData, quint64(kind * 100 + 2));
-        QCOMPARE(data.ullDuration, quint64(kind * 100 + 3));
+        if (type < 0)
+            NetInfoUILogic::Instance()->GetHistrorySpecData(key, data);
+        else
+            QVERIFY(!NetInfoUILogic::Instance()->GetStatistics(static_cast<_enNetInfoType>(type), data));
+        QCOMPARE(data.ullUpData, quint64(source * 100 + 1));
+        QCOMPARE(data.ullDownData, quint64(source * 100 + 2));
+        QCOMPARE(data.ullDuration, quint64(source * 100 + 3));
+        QCOMPARE(m_sdk->lastHistoryKey(), type < 0 ? quint64(std::max(key, 0ll)) : 0ull);
     }
 
     // A failed SDK call is reported as true (history reports nothing) and
@@ -124,18 +135,6 @@ private slots:
         QCOMPARE(m_sdk->reportFor(VELT_REPORT_TODAY).bytesSent, quint64(9));
         QVERIFY2(data.ullUpData == 1 && data.ullDownData == 2 && data.ullDuration == 3, "a failed query wrote");
         QCOMPARE(text, QStringLiteral("before"));
-    }
-
-    // The key goes out unsigned: a negative one asks for now.
-    void historyKeyIsUnsigned()
-    {
-        m_sdk->setHistory(record(11, 22, 33));
-        NetInfoData data;
-        NetInfoUILogic::Instance()->GetHistrorySpecData(-1, data);
-        QCOMPARE(m_sdk->lastHistoryKey(), 0ull);
-        NetInfoUILogic::Instance()->GetHistrorySpecData(3600, data);
-        QCOMPARE(m_sdk->lastHistoryKey(), 3600ull);
-        QVERIFY(data.ullUpData == 11 && data.ullDownData == 22 && data.ullDuration == 33);
     }
 
     void resetClearsAndStampsTheResetTime()
@@ -182,6 +181,7 @@ private slots:
         QTest::addColumn<int>("result");
         QTest::addColumn<QVariantList>("emitted"); // empty: nothing emitted
         QTest::addColumn<int>("reportCalls");
+        // Rows named "bridge gone" call back after the bridge was destroyed.
 
         const QVariantList live{QVariant::fromValue(300ul), QVariant::fromValue(4000ul),
                                 QVariant::fromValue(qulonglong(1) << 33), QVariant::fromValue(qulonglong(777)),
@@ -193,6 +193,7 @@ private slots:
         QTest::newRow("disconnected") << 8000 << 0 << false << 1 << idle << 0;
         QTest::newRow("connected") << 8000 << 1 << false << 1 << live << 1;
         QTest::newRow("live report fails") << 8000 << 1 << true << 1 << QVariantList() << 1;
+        QTest::newRow("bridge gone") << 8000 << 1 << false << 0 << QVariantList() << 0;
     }
 
     void callbackPaths()
@@ -208,20 +209,14 @@ private slots:
         if (reportFails)
             m_sdk->failNext(SdkCall::GetReport);
         QSignalSpy spy(NetInfoUILogic::Instance(), &NetInfoUILogic::statisticsChanged);
+        if (QTest::currentDataTag() == QLatin1String("bridge gone"))
+            NetInfoUILogic::Destroy();
         unsigned char data = static_cast<unsigned char>(firstByte);
         QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(event, firstByte < 0 ? nullptr : &data), result);
         QCOMPARE(spy.size(), emitted.isEmpty() ? 0 : 1);
         if (!emitted.isEmpty())
             QCOMPARE(spy.first(), emitted);
         QCOMPARE(m_sdk->callCount(SdkCall::GetReport), reportCalls);
-    }
-
-    void callbackWithoutBridgeDoesNothing()
-    {
-        NetInfoUILogic::Destroy();
-        unsigned char connected = 1;
-        QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(8000, &connected), 0);
-        QCOMPARE(m_sdk->callCount(SdkCall::GetReport), 0);
     }
 
     void secondInitRegistersAgainAndRebuilds()

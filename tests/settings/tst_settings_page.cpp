@@ -56,17 +56,10 @@ class TestSettingsPage : public QObject
     bool build(const QStringList& stored = {}, const QStringList& off = {})
     {
         m_home = std::make_unique<TestHome>();
-        QFile config(TestHome::sourceDataDir() + QStringLiteral("/NetInfoUIExConfig.xml"));
-        if (!m_home->isValid() || !config.open(QIODevice::ReadOnly))
-            return false;
-        QByteArray xml = config.readAll();
-        for (const QString& name : off)
-            xml.replace("\"" + name.toLatin1() + "\" value=\"true\"", "\"" + name.toLatin1() + "\" value=\"false\"");
         QString text = QString::fromLatin1(kStored);
         for (const QString& line : stored)
             text.replace(QRegularExpression("\n" + line.section(QLatin1Char('='), 0, 0) + "=[^\n]*"), "\n" + line);
-        if (!m_home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), xml)
-            || !m_home->writeUserFile(QStringLiteral("DataUsageLimit.ini"), text.toLatin1()))
+        if (!m_home->isValid() || !m_home->installConfig(off) || !m_home->writeUserFile(QStringLiteral("DataUsageLimit.ini"), text.toLatin1()))
             return false;
         velt::Sdk::instance().setBackend(std::make_unique<velt::SimulatedBackend>());
         NetInfoUILogic::Instance()->Init();
@@ -122,45 +115,12 @@ private slots:
         m_home.reset();
     }
 
-    void widgetTree()
+    // A rebuild replaces the tree; a dialog that takes the page with it
+    // leaves no dangling parts behind.
+    void rebuildAndDialogLoss()
     {
         QVERIFY(build());
-        // Entries that the other cases reach by name and type are left out.
-        const QStringList names = {
-            "GroupBoxSetPeriod/QGroupBox:IDS_GRP_SETPERIOD:180", "GroupBoxRecurrence/QGroupBox:IDS_GRP_RECURRENCE",
-            "GroupBoxSetWarn/QGroupBox:IDS_GRP_SETWARNINGS:93", "groupBoxSetLimit/QGroupBox:IDS_GRP_SETLIMIT:88",
-            "WidgetSetDate/QWidget", "layoutNetInfoMain/QVBoxLayout", "gridlayoutSetPeriod/QGridLayout",
-            "gridlayoutSetDate/QGridLayout", "vlayoutSetDate/QVBoxLayout", "gridlayoutRecurence/QGridLayout",
-            "dateeditSetDate/QCheckBox:IDS_CHK_SET", "radioDaily/QRadioButton:IDS_RADIO_DAILY",
-            "radioWeekly/QRadioButton:IDC_RADIO_WEEKLY", "radioMonthly/QRadioButton:IDS_RADIO_MONTHLY",
-            "FormLayoutSetLimit/QFormLayout", "checkBoxDataVolume/QCheckBox:IDS_CHK_VOLUME",
-            "hlayoutDataVolume/QHBoxLayout", "checkBoxTimeVolume/QCheckBox:IDS_VOLUME_LIMIT", "dateedit/DateEdit",
-            "layoutTimeVolume/QHBoxLayout", "checkBoxWarnBefore/QCheckBox:IDS_CHK_BEFORE",
-            "checkBoxWarnExceed/QCheckBox:IDS_CHK_AFTER", "labelDataPercentSign/QLabel:%",
-            "FormLayoutSetWarn/QFormLayout", "hlayoutWarnBefore/QHBoxLayout"};
-        QObject* page = m_page->GetPageWidget();
-        QCOMPARE(page->objectName(), QStringLiteral("NetInfoSettingDlg_WidgetNetInfoSetting"));
-        for (const QString& entry : names) {
-            const QStringList wanted = entry.section(QLatin1Char('/'), 1).split(QLatin1Char(':'));
-            QObject* object = page->findChild<QObject*>("NetInfoSettingDlg_" + entry.section(QLatin1Char('/'), 0, 0));
-            QVERIFY2(object && object->inherits(qPrintable(wanted[0])), qPrintable(entry));
-            if (wanted.size() > 1)
-                QCOMPARE(object->property(object->inherits("QGroupBox") ? "title" : "text").toString(), wanted[1]);
-            if (wanted.size() > 2)
-                QCOMPARE(static_cast<QWidget*>(object)->maximumHeight(), wanted[2].toInt());
-        }
-        auto* weekday = find<QComboBox>("comboBoxWeekly");
-        auto* day = find<QComboBox>("comboBoxMonthly");
-        QCOMPARE(weekday->count(), 7);
-        QCOMPARE(weekday->itemText(0), QStringLiteral("IDS_SUNDAY"));
-        QCOMPARE(weekday->itemText(3), QStringLiteral("IDS_WEDNESAY"));
-        QCOMPARE(weekday->minimumContentsLength(), 14); // "IDS_WEDNESAY" and two more
-        QCOMPARE(day->count(), 28);
-        QCOMPARE(day->itemText(0) + day->itemText(27), QStringLiteral("128"));
         QVERIFY(m_page->getVolumeLimitSettings(QStringLiteral("noSuchKey")).isNull());
-
-        // A rebuild replaces the tree; a dialog that takes the page with it
-        // leaves no dangling parts behind.
         QPointer<QWidget> first = m_page->GetPageWidget();
         QVERIFY(m_page->InitNetInfoSetting());
         QVERIFY(first.isNull());

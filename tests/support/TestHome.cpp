@@ -53,6 +53,22 @@ bool TestHome::installDataFile(const QString& name)
     return QFile::copy(sourceDataDir() + QLatin1Char('/') + name, target);
 }
 
+bool TestHome::installConfig(const QStringList& off, const QList<QPair<QByteArray, QByteArray>>& edits)
+{
+    QFile file(sourceDataDir() + QStringLiteral("/NetInfoUIExConfig.xml"));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray config = file.readAll();
+    for (const QString& name : off)
+        config.replace("name=\"" + name.toLatin1() + "\" value=\"true\"", "name=\"" + name.toLatin1() + "\" value=\"false\"");
+    for (const auto& [from, to] : edits) {
+        if (!config.contains(from))
+            return false;
+        config.replace(from, to);
+    }
+    return writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config);
+}
+
 bool TestHome::installTranslations()
 {
     const QDir source(buildHomeDir() + QStringLiteral("/translations"));

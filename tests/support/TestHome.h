@@ -4,6 +4,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
+#include <QPair>
+#include <QStringList>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -27,6 +30,9 @@ public:
 
     // Copies a shipped file of the source tree's data/ into the plug-in dir.
     bool installDataFile(const QString& name);
+    // The shipped configuration with the named switches turned off and each
+    // (from, to) replacement applied; false when a replacement finds nothing.
+    bool installConfig(const QStringList& off, const QList<QPair<QByteArray, QByteArray>>& edits = {});
     // Copies the compiled translations of the build tree into <home>/translations.
     bool installTranslations();
     // Writes a file into the plug-in dir (for deliberately broken fixtures).
