@@ -102,7 +102,8 @@ inline bool integrityOk(const QString& path, QList<double>& floorUs)
 
 // Runs the loop in root; the counters grow only while a recorder runs, so any
 // shortfall is what the killed one had not written yet.
-inline Result run(const QString& program, const QString& root, int runs)
+// Each recorder lives a random 10 ms to maxLifeMs.
+inline Result run(const QString& program, const QString& root, int runs, int maxLifeMs = 400)
 {
     Result result;
     quint64 counter = 0;
@@ -120,7 +121,7 @@ inline Result run(const QString& program, const QString& root, int runs)
             child.waitForFinished();
             continue;
         }
-        const qint64 lifeMs = QRandomGenerator::global()->bounded(10, 400);
+        const qint64 lifeMs = QRandomGenerator::global()->bounded(10, maxLifeMs);
         QElapsedTimer alive;
         alive.start();
         const quint64 base = counter;
