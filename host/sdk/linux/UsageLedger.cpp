@@ -244,6 +244,7 @@ UsageLedger::Failure UsageLedger::openFile(QString& reason)
     if (injected(reason) || !db.open()) {
         if (reason.isEmpty())
             reason = db.lastError().text();
+        db = QSqlDatabase(); // let go of it, so that it can be removed
         closeConnection();
         return Failure::Unavailable;
     }
