@@ -118,6 +118,7 @@ int main(int argc, char* argv[])
     int saves = 0;
     int switches = 0;
     qint64 rssDayOne = -1;
+    QStringList rssByDay;
     double slowest = 0;
     qint64 slowestAt = 0;
     std::vector<double> ticks;
@@ -175,6 +176,8 @@ int main(int argc, char* argv[])
             saveSettings(host);
             ++saves;
         }
+        if (i % 1440 == 0)
+            rssByDay << QString::number(residentKiB());
         if (i == 1440)
             rssDayOne = residentKiB();
     }
@@ -194,6 +197,7 @@ int main(int argc, char* argv[])
                 total, saves, switches, mismatches);
     std::printf("RSS after day 1: %lld KiB, at the end: %lld KiB; slowest tick %.0f us at %s\n", rssDayOne, rssEnd,
                 slowest, qPrintable(QDateTime::fromSecsSinceEpoch(slowestAt).toString(Qt::ISODate)));
+    std::printf("RSS at the end of each day (KiB): %s\n", qPrintable(rssByDay.join(QLatin1Char(' '))));
     std::fflush(stdout);
     printBenchLine(QStringLiteral("bench_soak"), benchTiming(ticks), benchTiming(floor).median);
     host.shutdown();
