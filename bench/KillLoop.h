@@ -2,7 +2,8 @@
 // over, on a /proc look-alike whose counters grow at a known rate. After each
 // kill the ledger must pass SQLite's integrity check, its total must not go
 // backwards, and what it lacks must fit in the commit interval.
-// The recorder is this very program, started with --record <dir>.
+// The recorder is this very program, started with --record <dir>; the fault
+// suite runs the same loop fewer times.
 #pragma once
 
 #include "LinuxBackend.h"
