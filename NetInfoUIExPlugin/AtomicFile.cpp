@@ -14,29 +14,29 @@ namespace {
 
 struct InjectedFailure
 {
-    AtomicFile::Step step;
-    int error;
+    std::optional<AtomicFile::Step> step; // any step when empty
+    int countdown = 0;
+    int error = 0;
 };
-std::optional<InjectedFailure> g_injected;
+InjectedFailure g_injected;
 
 // True (with errno set) when a test asked this step to fail.
 bool injected(AtomicFile::Step step)
 {
-    if (!g_injected || g_injected->step != step)
+    if (g_injected.countdown == 0 || (g_injected.step && *g_injected.step != step))
         return false;
-    errno = g_injected->error;
-    g_injected.reset();
+    if (--g_injected.countdown > 0)
+        return false;
+    errno = g_injected.error;
     return true;
 }
 
 bool writeAll(int fd, const QByteArray& content)
 {
-    if (injected(AtomicFile::Step::Write))
-        return false;
     const char* data = content.constData();
     qsizetype left = content.size();
     while (left > 0) {
-        const ssize_t written = ::write(fd, data, size_t(left));
+        const ssize_t written = injected(AtomicFile::Step::Write) ? -1 : ::write(fd, data, size_t(left));
         if (written < 0) {
             if (errno == EINTR)
                 continue;
@@ -53,11 +53,14 @@ bool writeAll(int fd, const QByteArray& content)
 // replacement.
 void syncDirectory(const QString& filePath)
 {
-    const int fd = ::open(QFile::encodeName(QFileInfo(filePath).absolutePath()).constData(),
-                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int fd = injected(AtomicFile::Step::OpenDirectory)
+                       ? -1
+                       : ::open(QFile::encodeName(QFileInfo(filePath).absolutePath()).constData(),
+                                O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return;
-    ::fsync(fd);
+    if (!injected(AtomicFile::Step::SyncDirectory))
+        ::fsync(fd);
     ::close(fd);
 }
 
@@ -76,7 +79,17 @@ AtomicFile::~AtomicFile()
 
 void AtomicFile::failNextForTesting(Step step, int error)
 {
-    g_injected = InjectedFailure{step, error};
+    g_injected = InjectedFailure{step, 1, error};
+}
+
+void AtomicFile::failOperationForTesting(int n, int error)
+{
+    g_injected = InjectedFailure{std::nullopt, n, error};
+}
+
+bool AtomicFile::failurePendingForTesting()
+{
+    return g_injected.countdown > 0;
 }
 
 bool AtomicFile::fail(const char* step, const QString& path, int code)
@@ -98,13 +111,17 @@ bool AtomicFile::write(const QByteArray& content)
     const QByteArray temp = QFile::encodeName(m_tempPath);
     // Whatever lies at the temporary name is a leftover or a plant; unlink
     // removes a link itself, never its target.
-    if (::unlink(temp.constData()) != 0 && errno != ENOENT && errno != EISDIR)
+    if ((injected(Step::Unlink) || ::unlink(temp.constData()) != 0) && errno != ENOENT && errno != EISDIR)
         return fail("cannot remove", m_tempPath, errno);
 
     // The user may have narrowed the file's permissions; a new file is
     // private from the start.
     struct stat target{};
-    const bool hadTarget = ::lstat(QFile::encodeName(m_targetPath).constData(), &target) == 0 && S_ISREG(target.st_mode);
+    const bool found = !injected(Step::Stat) && ::lstat(QFile::encodeName(m_targetPath).constData(), &target) == 0;
+    // Not knowing the user's mode is no reason to replace it with ours.
+    if (!found && errno != ENOENT)
+        return fail("cannot inspect", m_targetPath, errno);
+    const bool hadTarget = found && S_ISREG(target.st_mode);
     const mode_t mode = hadTarget ? (target.st_mode & 07777) : 0600;
 
     const int fd = injected(Step::Create)
@@ -117,14 +134,16 @@ bool AtomicFile::write(const QByteArray& content)
     // Without the fsync a power cut after the rename could leave the new
     // name pointing at blocks that never reached the disk.
     struct stat created{};
-    if (::fchmod(fd, mode) != 0 || !writeAll(fd, content) || ::fsync(fd) != 0 || ::fstat(fd, &created) != 0) {
+    if (injected(Step::Chmod) || ::fchmod(fd, mode) != 0 || !writeAll(fd, content) || injected(Step::Sync)
+        || ::fsync(fd) != 0 || injected(Step::Stat) || ::fstat(fd, &created) != 0) {
         const int code = errno;
         ::close(fd);
         discard();
         return fail("cannot write", m_tempPath, code);
     }
-    if (::close(fd) != 0) {
-        const int code = errno;
+    const bool closed = !injected(Step::Close);
+    if (::close(fd) != 0 || !closed) {
+        const int code = closed ? errno : g_injected.error;
         discard();
         return fail("cannot write", m_tempPath, code);
     }
@@ -141,8 +160,12 @@ bool AtomicFile::commit()
     // Only the file written above may take the target's name, not whatever
     // was swapped in at the temporary name since.
     struct stat current{};
-    if (::lstat(temp.constData(), &current) != 0 || !S_ISREG(current.st_mode) || current.st_dev != m_device
-        || current.st_ino != m_inode) {
+    if (injected(Step::Stat) || ::lstat(temp.constData(), &current) != 0) {
+        const int code = errno;
+        discard();
+        return fail("cannot inspect", m_tempPath, code);
+    }
+    if (!S_ISREG(current.st_mode) || current.st_dev != m_device || current.st_ino != m_inode) {
         m_bWritten = false; // not ours any more: left alone
         return fail("replaced behind our back:", m_tempPath, EEXIST);
     }

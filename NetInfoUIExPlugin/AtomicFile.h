@@ -32,10 +32,15 @@ public:
     static bool replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
                         QString* error = nullptr);
 
+    // Every system call a replacement makes, in the order it makes them.
+    enum class Step { Create, Write, Rename, Unlink, Chmod, Sync, Stat, Close, OpenDirectory, SyncDirectory };
     // Makes the next step of that kind fail with the given errno, as a
     // read-only or failing file system would.
-    enum class Step { Create, Write, Rename };
     static void failNextForTesting(Step step, int error);
+    // Makes the nth system call from now (1: the next) fail with the given errno.
+    static void failOperationForTesting(int n, int error);
+    // True while an injected failure has not happened yet.
+    static bool failurePendingForTesting();
 
 private:
     bool fail(const char* step, const QString& path, int code);

@@ -66,19 +66,22 @@ void twoDigits(long long value, QString& text)
 }
 } // namespace
 
-NetInfoUILogic* NetInfoUILogic::m_pNetInfoInstance = nullptr;
+std::atomic<NetInfoUILogic*> NetInfoUILogic::m_pNetInfoInstance{nullptr};
 
 NetInfoUILogic* NetInfoUILogic::Instance()
 {
-    if (!m_pNetInfoInstance)
-        m_pNetInfoInstance = new NetInfoUILogic;
-    return m_pNetInfoInstance;
+    NetInfoUILogic* logic = m_pNetInfoInstance.load();
+    if (!logic) {
+        logic = new NetInfoUILogic;
+        m_pNetInfoInstance.store(logic);
+    }
+    return logic;
 }
 
 void NetInfoUILogic::Destroy()
 {
-    delete m_pNetInfoInstance;
-    m_pNetInfoInstance = nullptr;
+    // Unpublished before it goes, so a callback arriving now finds nobody.
+    delete m_pNetInfoInstance.exchange(nullptr);
 }
 
 void NetInfoUILogic::UnregSDK()
@@ -123,7 +126,7 @@ int NetInfoUILogic::StatisticsEventCallBack(int event, void* data)
                   "StatisticsEventCallBack", event);
     if (event != VELT_EVENT_STATISTICS_CHANGED)
         return 1;
-    NetInfoUILogic* logic = m_pNetInfoInstance;
+    NetInfoUILogic* logic = m_pNetInfoInstance.load();
     if (!data || !logic)
         return 0;
 

@@ -9,6 +9,8 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
+
 class NetInfoConfigParse;
 
 class NetInfoUILogic : public QObject
@@ -56,7 +58,8 @@ private:
     NetInfoUILogic() = default;
     void appendUnits(const QString& category, QVector<TagUnits>& units, const char* function);
 
-    static NetInfoUILogic* m_pNetInfoInstance;
+    // Read by the SDK callback on its own thread.
+    static std::atomic<NetInfoUILogic*> m_pNetInfoInstance;
     QVector<NetInfoConfig> m_vecCustomizeConfig;
     NetInfoConfigParse* m_pConfigParse = nullptr;
     QVector<NetInfoConfig> m_vecConfig;

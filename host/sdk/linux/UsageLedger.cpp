@@ -12,7 +12,10 @@
 #include <QVariant>
 
 #include <atomic>
+#include <fcntl.h>
 #include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace velt {
 
@@ -75,12 +78,58 @@ bool isDamage(const QSqlError& error)
     return code == 11 /* SQLITE_CORRUPT */ || code == 26 /* SQLITE_NOTADB */;
 }
 
+std::atomic<int> g_failCountdown{0};
+
+// True, with the reason an I/O error would give, when a test made this operation fail.
+bool injected(QString& reason)
+{
+    int left = g_failCountdown.load();
+    while (left > 0 && !g_failCountdown.compare_exchange_weak(left, left - 1)) {
+    }
+    if (left != 1)
+        return false;
+    reason = QStringLiteral("disk I/O error");
+    return true;
+}
+
 bool exec(QSqlQuery& query, const QString& statement, QString& reason)
 {
+    if (injected(reason))
+        return false;
     if (query.exec(statement))
         return true;
     reason = query.lastError().text();
     return false;
+}
+
+// Files and folders we create hold what the user did: private whatever the umask.
+void makePrivateFolder(const QString& path)
+{
+    QStringList missing;
+    for (QString folder = QDir::cleanPath(path); !folder.isEmpty() && !QFileInfo::exists(folder);) {
+        missing.prepend(folder);
+        const QString parent = QFileInfo(folder).path();
+        if (parent == folder)
+            break;
+        folder = parent;
+    }
+    for (const QString& folder : std::as_const(missing)) {
+        const QByteArray name = QFile::encodeName(folder);
+        if (::mkdir(name.constData(), 0700) == 0)
+            ::chmod(name.constData(), 0700);
+    }
+}
+
+// SQLite gives a new database 0644 less the umask, and its -wal and -shm the
+// database's mode; so the file is there, private, before SQLite sees it.
+void createPrivateFile(const QString& path)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                          0600);
+    if (fd < 0)
+        return; // there already, or SQLite will say why it cannot be created
+    ::fchmod(fd, 0600);
+    ::close(fd);
 }
 
 qint64 dayStart(qint64 seconds) { return seconds - (((seconds % kDaySeconds) + kDaySeconds) % kDaySeconds); }
@@ -129,8 +178,10 @@ bool UsageLedger::open(qint64 nowSeconds)
     closeConnection();
     m_openTried = true;
     m_resetTime = nowSeconds;
-    if (m_access == LedgerAccess::ReadWrite)
-        QDir().mkpath(QFileInfo(m_path).absolutePath());
+    if (m_access == LedgerAccess::ReadWrite) {
+        makePrivateFolder(QFileInfo(m_path).absolutePath());
+        createPrivateFile(m_path);
+    }
     QString reason;
     Failure failure = openFile(reason);
     if (failure == Failure::Damaged && m_access == LedgerAccess::ReadWrite) {
@@ -190,8 +241,10 @@ UsageLedger::Failure UsageLedger::openFile(QString& reason)
     db.setDatabaseName(m_path);
     if (m_access == LedgerAccess::ReadOnly)
         db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-    if (!db.open()) {
-        reason = db.lastError().text();
+    if (injected(reason) || !db.open()) {
+        if (reason.isEmpty())
+            reason = db.lastError().text();
+        db = QSqlDatabase(); // let go of it, so that it can be removed
         closeConnection();
         return Failure::Unavailable;
     }
@@ -427,6 +480,8 @@ bool UsageLedger::flag(const QString& name) const
 bool UsageLedger::writePending(QString& reason)
 {
     auto run = [&reason](QSqlQuery& query) {
+        if (injected(reason))
+            return false;
         if (query.exec())
             return true;
         reason = query.lastError().text();
@@ -498,14 +553,15 @@ bool UsageLedger::commit()
         loadState(); // what it held while it could not be read
     }
     QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-    bool ok = db.transaction();
-    if (!ok)
+    bool ok = !injected(reason) && db.transaction();
+    if (!ok && reason.isEmpty())
         reason = db.lastError().text();
     ok = ok && writePending(reason);
     for (QSqlQuery* query : {m_upsert.get(), m_upsertDay.get(), m_writeBaseline.get()})
         query->finish();
-    if (ok && !db.commit()) {
-        reason = db.lastError().text();
+    if (ok && (injected(reason) || !db.commit())) {
+        if (reason.isEmpty())
+            reason = db.lastError().text();
         ok = false;
     }
     if (!ok) {
@@ -532,6 +588,16 @@ bool UsageLedger::commit()
     m_pendingFlags.clear();
     // Our own commit changes data_version for nobody but others.
     return true;
+}
+
+void UsageLedger::failOperationForTesting(int n)
+{
+    g_failCountdown = n;
+}
+
+bool UsageLedger::failurePendingForTesting()
+{
+    return g_failCountdown > 0;
 }
 
 void UsageLedger::close()

@@ -145,6 +145,12 @@ public:
     // The last reset, or when the ledger was created; seconds since the epoch.
     qint64 resetTime() const { return m_resetTime; }
 
+    // Makes the nth SQLite operation from now (1: the next), in any ledger,
+    // fail as an I/O error would; 0 cancels.
+    static void failOperationForTesting(int n);
+    // True while an injected failure has not happened yet.
+    static bool failurePendingForTesting();
+
 private:
     enum class Failure { None, Damaged, Unavailable };
     Failure openFile(QString& reason);

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace velt {
@@ -33,7 +34,10 @@ StatisticsRecord usageRecord(const Usage& usage)
 
 int openLockFile(const QString& path)
 {
-    return ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (fd >= 0)
+        ::fchmod(fd, 0600); // private whatever the umask
+    return fd;
 }
 
 bool tryLock(int fd, int operation)
