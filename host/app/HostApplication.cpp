@@ -36,6 +36,43 @@ namespace {
 const QString kCountedInterfacesKey = QStringLiteral("countedinterfaces");
 }
 
+namespace {
+
+// A mistyped name would otherwise count nothing and show zeros: the message
+// naming what is absent and what is present, or empty.
+QString absentInterfaces(const QStringList& names, const QString& sysClassNet)
+{
+    QStringList absent;
+    for (const QString& name : names) {
+        if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.'))
+            || !QFileInfo::exists(sysClassNet + QLatin1Char('/') + name))
+            absent << name;
+    }
+    if (absent.isEmpty())
+        return QString();
+    const QStringList present = CountedInterfacesDialog::presentInterfaces(sysClassNet);
+    return QStringLiteral("no network interface %1 on this system; present: %2")
+        .arg(absent.join(QLatin1String(", ")),
+             present.isEmpty() ? QStringLiteral("none") : present.join(QLatin1String(", ")));
+}
+
+// Without a display a run saves a screenshot and ends by itself.
+void applyRunDefaults(HostOptions& options)
+{
+    const QString platform = QGuiApplication::platformName();
+    options.headless = platform == QLatin1String("offscreen") || platform == QLatin1String("minimal");
+    if (options.headless) {
+        if (options.screenshotPath.isEmpty())
+            options.screenshotPath = HostOptions::defaultScreenshotPath();
+        if (options.quitAfterSeconds < 0)
+            options.quitAfterSeconds = HostApplication::HeadlessRunSeconds;
+    } else if (!options.screenshotPath.isEmpty() && options.quitAfterSeconds < 0) {
+        options.quitAfterSeconds = HostApplication::HeadlessRunSeconds;
+    }
+}
+
+} // namespace
+
 bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QString& message,
                         const QString& sysClassNet)
 {
@@ -85,19 +122,10 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
         options.connection.interfaceNames << name.trimmed();
     }
     options.interfacesGiven = parser.isSet(interface);
-    // A mistyped name would otherwise count nothing and show zeros.
-    QStringList absent;
-    for (const QString& name : std::as_const(options.connection.interfaceNames)) {
-        if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.'))
-            || !QFileInfo::exists(sysClassNet + QLatin1Char('/') + name))
-            absent << name;
-    }
-    if (!options.connection.simulate && !absent.isEmpty()) {
-        const QStringList present = CountedInterfacesDialog::presentInterfaces(sysClassNet);
-        message = QStringLiteral("no network interface %1 on this system; present: %2")
-                      .arg(absent.join(QLatin1String(", ")),
-                           present.isEmpty() ? QStringLiteral("none") : present.join(QLatin1String(", ")));
-        return false;
+    if (!options.connection.simulate) {
+        message = absentInterfaces(options.connection.interfaceNames, sysClassNet);
+        if (!message.isEmpty())
+            return false;
     }
     options.language = parser.value(lang);
     if (parser.isSet(lang) && !codes.contains(options.language)) {
@@ -113,16 +141,7 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
             return false;
         }
     }
-    const QString platform = QGuiApplication::platformName();
-    options.headless = platform == QLatin1String("offscreen") || platform == QLatin1String("minimal");
-    if (options.headless) {
-        if (options.screenshotPath.isEmpty())
-            options.screenshotPath = defaultScreenshotPath();
-        if (options.quitAfterSeconds < 0)
-            options.quitAfterSeconds = HostApplication::HeadlessRunSeconds;
-    } else if (!options.screenshotPath.isEmpty() && options.quitAfterSeconds < 0) {
-        options.quitAfterSeconds = HostApplication::HeadlessRunSeconds;
-    }
+    applyRunDefaults(options);
     return true;
 }
 

@@ -67,18 +67,10 @@ bool writeTextfile(const QString& dir, const QString& ledgerPath)
     return false;
 }
 
-} // namespace
-
-int main(int argc, char* argv[])
+// Reads the command line into options; an exit code when the program
+// should end now, else -1.
+int parseArguments(QCoreApplication& app, velt::LinuxOptions& options, QString& textfileDir)
 {
-    if (qEnvironmentVariableIsEmpty("QT_MESSAGE_PATTERN"))
-        qSetMessagePattern(QStringLiteral("netinfo-recorder: %{if-warning}warning: %{endif}%{message}"));
-    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=false"));
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("netinfo-recorder"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(NETINFO_VERSION));
-
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Counts the network usage of the metered links into NetInfo's usage ledger, in the background."));
@@ -103,7 +95,6 @@ int main(int argc, char* argv[])
         return 2;
     }
 
-    velt::LinuxOptions options;
     options.role = velt::RecordingRole::Recorder;
     for (const QString& name : parser.values(interface)) {
         if (name.trimmed().isEmpty()) {
@@ -112,11 +103,59 @@ int main(int argc, char* argv[])
         }
         options.interfaceNames << name.trimmed();
     }
-    const QString textfileDir = parser.value(textfile);
+    textfileDir = parser.value(textfile);
     if (parser.isSet(textfile) && !QFileInfo(textfileDir).isDir()) {
         qCCritical(lcRecorder, "--textfile needs an existing directory, not \"%s\"", qUtf8Printable(textfileDir));
         return 2;
     }
+    return -1;
+}
+
+// Notifications of the limits' crossings, and their Disconnect and Open actions.
+void watchLimits(LimitNotices& notices, NetworkManagerControl& control, velt::LinuxBackend& backend, QTimer& limitTimer)
+{
+    QObject::connect(&notices.notifier(), &DesktopNotifier::disconnectRequested, &control,
+                     &ConnectionControl::disconnectInterface);
+    QObject::connect(&control, &ConnectionControl::disconnectFinished, qApp,
+                     [](const QString& name, const DisconnectResult& result) {
+                         if (result.ok)
+                             qCInfo(lcRecorder, "%s disconnected from the limit warning", qUtf8Printable(name));
+                         else
+                             qCWarning(lcRecorder, "cannot disconnect %s: %s", qUtf8Printable(name),
+                                       qUtf8Printable(result.message));
+                     });
+    QObject::connect(&notices.notifier(), &DesktopNotifier::openRequested, qApp, [] {
+        const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/netinfo");
+        const QString program = QFileInfo(beside).isExecutable() ? beside : QStringLiteral("netinfo");
+        if (!QProcess::startDetached(program, {}))
+            qCWarning(lcRecorder, "cannot start %s", qUtf8Printable(program));
+    });
+    QObject::connect(&limitTimer, &QTimer::timeout, qApp, [&notices, &backend] {
+        const velt::RecordingStatus status = backend.recordingStatus();
+        // Disconnect needs one device to act on; several counted links get no such button.
+        if (status.recording)
+            notices.refresh(LimitNotices::applicationRunning(),
+                            status.counted.size() == 1 ? status.counted.first() : QString());
+    });
+    limitTimer.start(10000);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_MESSAGE_PATTERN"))
+        qSetMessagePattern(QStringLiteral("netinfo-recorder: %{if-warning}warning: %{endif}%{message}"));
+    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
+        QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=false"));
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("netinfo-recorder"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(NETINFO_VERSION));
+
+    velt::LinuxOptions options;
+    QString textfileDir;
+    if (const int code = parseArguments(app, options, textfileDir); code >= 0)
+        return code;
     MeteredLinks links;
     options.linkInfo = [&links] { return links.snapshot(); };
 
@@ -158,31 +197,8 @@ int main(int argc, char* argv[])
     // While this process records, the limit warnings are its to give.
     LimitNotices notices(LimitNotices::defaults());
     NetworkManagerControl control;
-    QObject::connect(&notices.notifier(), &DesktopNotifier::disconnectRequested, &control,
-                     &ConnectionControl::disconnectInterface);
-    QObject::connect(&control, &ConnectionControl::disconnectFinished, &app,
-                     [](const QString& name, const DisconnectResult& result) {
-                         if (result.ok)
-                             qCInfo(lcRecorder, "%s disconnected from the limit warning", qUtf8Printable(name));
-                         else
-                             qCWarning(lcRecorder, "cannot disconnect %s: %s", qUtf8Printable(name),
-                                       qUtf8Printable(result.message));
-                     });
-    QObject::connect(&notices.notifier(), &DesktopNotifier::openRequested, &app, [] {
-        const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/netinfo");
-        const QString program = QFileInfo(beside).isExecutable() ? beside : QStringLiteral("netinfo");
-        if (!QProcess::startDetached(program, {}))
-            qCWarning(lcRecorder, "cannot start %s", qUtf8Printable(program));
-    });
     QTimer limitTimer;
-    QObject::connect(&limitTimer, &QTimer::timeout, &app, [&] {
-        const velt::RecordingStatus status = backend->recordingStatus();
-        // Disconnect needs one device to act on; several counted links get no such button.
-        if (status.recording)
-            notices.refresh(LimitNotices::applicationRunning(),
-                            status.counted.size() == 1 ? status.counted.first() : QString());
-    });
-    limitTimer.start(10000);
+    watchLimits(notices, control, *backend, limitTimer);
 
     const QString ledgerPath = options.databasePath.isEmpty()
                                    ? HostPaths::userDataDir() + QStringLiteral("/usage.sqlite")

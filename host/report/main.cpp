@@ -16,6 +16,42 @@ int fail(const QString& message, int code)
     return code;
 }
 
+// The one range of --from/--to; an exit code when the dates are wrong, else -1.
+int rangePeriod(const QCommandLineParser& parser, const QCommandLineOption& from, const QCommandLineOption& to,
+                QList<report::Period>& periods)
+{
+    const auto date = [&parser](const QCommandLineOption& option, const QDate& fallback) {
+        return parser.isSet(option) ? QDate::fromString(parser.value(option), Qt::ISODate) : fallback;
+    };
+    const QDate first = date(from, QDate());
+    const QDate last = date(to, QDate::currentDate());
+    if (!first.isValid() || !last.isValid())
+        return fail(QStringLiteral("--from and --to take dates as YYYY-MM-DD, and a range needs --from"), 2);
+    if (first > last)
+        return fail(QStringLiteral("--from %1 is after --to %2").arg(first.toString(Qt::ISODate),
+                                       last.toString(Qt::ISODate)), 2);
+    periods << report::rangePeriod(first, last);
+    return -1;
+}
+
+void print(const QCommandLineParser& parser, const QList<report::PeriodUsage>& usage,
+           const allowance::Figures& figures, bool current)
+{
+    QTextStream out(stdout);
+    if (parser.isSet(QStringLiteral("history")) && parser.isSet(QStringLiteral("json")))
+        out << report::historyJson(usage);
+    else if (parser.isSet(QStringLiteral("openmetrics")))
+        out << report::toOpenMetrics(usage, figures);
+    else if (parser.isSet(QStringLiteral("json")))
+        out << report::toJson(usage);
+    else if (parser.isSet(QStringLiteral("csv")))
+        out << report::toCsv(usage);
+    else
+        out << report::toTable(usage);
+    if (current && !parser.isSet(QStringLiteral("json")) && !parser.isSet(QStringLiteral("csv")) && !parser.isSet(QStringLiteral("openmetrics")))
+        out << '\n' << allowance::summary(figures) << '\n' << allowance::forecastExplanation() << '\n';
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -72,17 +108,8 @@ int main(int argc, char* argv[])
                                          historyKind == QLatin1String("days") ? report::HistoryKind::Days
                                                                               : report::HistoryKind::Months);
     } else if (ranged) {
-        const auto date = [&parser](const QCommandLineOption& option, const QDate& fallback) {
-            return parser.isSet(option) ? QDate::fromString(parser.value(option), Qt::ISODate) : fallback;
-        };
-        const QDate first = date(from, QDate());
-        const QDate last = date(to, QDate::currentDate());
-        if (!first.isValid() || !last.isValid())
-            return fail(QStringLiteral("--from and --to take dates as YYYY-MM-DD, and a range needs --from"), 2);
-        if (first > last)
-            return fail(QStringLiteral("--from %1 is after --to %2").arg(first.toString(Qt::ISODate),
-                                                                           last.toString(Qt::ISODate)), 2);
-        periods << report::rangePeriod(first, last);
+        if (const int code = rangePeriod(parser, from, to, periods); code >= 0)
+            return code;
     } else {
         periods = report::currentPeriods(now, settings, limit);
     }
@@ -98,18 +125,6 @@ int main(int argc, char* argv[])
     const allowance::Figures figures =
         current ? report::limitFigures(usage, now, allowance::currentLimitPeriod(now, settings, limit), limit.limitBytes)
                 : allowance::Figures();
-    QTextStream out(stdout);
-    if (parser.isSet(history) && parser.isSet(json))
-        out << report::historyJson(usage);
-    else if (parser.isSet(openMetrics))
-        out << report::toOpenMetrics(usage, figures);
-    else if (parser.isSet(json))
-        out << report::toJson(usage);
-    else if (parser.isSet(csv))
-        out << report::toCsv(usage);
-    else
-        out << report::toTable(usage);
-    if (current && !parser.isSet(json) && !parser.isSet(csv) && !parser.isSet(openMetrics))
-        out << '\n' << allowance::summary(figures) << '\n' << allowance::forecastExplanation() << '\n';
+    print(parser, usage, figures, current);
     return 0;
 }

@@ -114,7 +114,7 @@ private slots:
         QCOMPARE(QDateTime::fromString(period.value("start").toString(), Qt::ISODate), periods[index].start);
         QCOMPARE(QDateTime::fromString(period.value("end").toString(), Qt::ISODate), periods[index].end);
         QStringList interfaces;
-        for (const auto& item : period.value("interfaces").toArray())
+        for (const QJsonValue item : period.value("interfaces").toArray())
             interfaces << item["interface"].toString() + '/' + item["connection"].toString() + '='
                               + QString::number(item["received"].toDouble());
         QTEST(interfaces, "interfaces");

@@ -193,87 +193,15 @@ const MeterSnapshot& UsageMeter::step()
         bookRemovedLinks(wallMs, nowMs);
     if (m_source.readDevices(devices)) {
         const QList<LinkInfo> links = m_options.linkInfo ? m_options.linkInfo() : QList<LinkInfo>();
-        bool fallback = false;
-        const QStringList counted = countedSet(devices, links, fallback);
-        if (counted != m_counted || fallback != m_fallback)
-            qCInfo(lcLinux, "LinuxBackend: counting %s%s",
-                   qUtf8Printable(counted.isEmpty() ? QStringLiteral("nothing") : counted.join(QStringLiteral(", "))),
-                   fallback ? " (the default route's, as no metered link was seen yet)" : "");
-        m_counted = counted;
-        m_fallback = fallback;
-        m_source.setWanted(counted);
-        m_present = m_presentNow;
-        if (m_source.devicesVersion() != m_devicesVersion) {
-            m_devicesVersion = m_source.devicesVersion();
-            m_presentNow.clear();
-            for (const DeviceCounters& device : devices)
-                m_presentNow.append(device.name);
-        }
-
-        Usage booked;
-        Usage bookedLive; // the current connection counts from this process's first sight of it
-        quint64 receiveSpeed = 0, sendSpeed = 0;
-        bool connected = false;
+        const QStringList counted = updateCountedSet(devices, links);
+        SampleTotals totals;
         m_overlay = Usage();
         for (const QString& name : counted) {
             const auto device = std::find_if(devices.cbegin(), devices.cend(),
                                              [&name](const DeviceCounters& d) { return d.name == name; });
             if (device == devices.cend())
                 continue; // gone: its last reading stays, should it come back
-            const LinkState link = m_source.linkState(name);
-            const CounterReading current{CounterReading::Present, link.ifindex, device->received, device->sent, nowMs};
-            const std::pair<quint32, QString> key{link.ifindex, link.ifindex ? QString() : name};
-            const auto seen = m_seen.find(key);
-            CounterReading previous;
-            bool fromBaseline = false;
-            if (seen != m_seen.end()) {
-                previous = seen->second.reading;
-            } else if (m_writer) {
-                // The ledger's baseline continues a restart or another writer, nothing later:
-                // a link counted again after a pause starts afresh.
-                if (m_continuing) {
-                    previous = baselineReading(name, link.ifindex);
-                    fromBaseline = true;
-                }
-                const auto index = m_indexByName.constFind(name);
-                // Appeared or re-created since the last sample: all its traffic is new.
-                const bool wasPresent = m_present.contains(name);
-                if (previous.state == CounterReading::Unknown && m_sampled
-                    && (!wasPresent || (index != m_indexByName.constEnd() && *index != link.ifindex)))
-                    previous.state = CounterReading::Absent;
-            }
-            if (seen == m_seen.end())
-                m_indexByName.insert(name, link.ifindex);
-            const CounterDelta delta = counterDelta(previous, current, m_source.linkBytesPerSecond(name));
-            if (delta.implausible && !std::exchange(m_warnedImplausible[name], true))
-                qCWarning(lcLinux, "LinuxBackend: the counters of %s jumped further than the link can carry "
-                                   "(%llu/%llu to %llu/%llu bytes); not counted",
-                          qUtf8Printable(name), previous.received, previous.sent, current.received, current.sent);
-            const bool isConnected = link.exists ? link.connected() : false;
-            const qint64 connectedMs =
-                connectedInterval(seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs);
-            const Usage usage{delta.received, delta.sent, connectedMs};
-            QString connection;
-            for (const LinkInfo& info : links) {
-                if (info.interfaceName == name)
-                    connection = info.connection;
-            }
-            if (m_writer) {
-                m_ledger.add(UsageKey{name, connection}, wallMs / 1000, usage);
-                m_ledger.setBaseline({name, m_bootId, link.ifindex, current.received, current.sent, nowMs});
-            } else {
-                // What the writer has not committed yet, as far as its baseline shows.
-                const CounterDelta pending = counterDelta(baselineReading(name, link.ifindex), current,
-                                                          m_source.linkBytesPerSecond(name));
-                m_overlay += Usage{pending.received, pending.sent, 0};
-            }
-            booked += usage;
-            if (!fromBaseline)
-                bookedLive += usage;
-            receiveSpeed += delta.receiveSpeed;
-            sendSpeed += delta.sendSpeed;
-            connected = connected || isConnected;
-            m_seen[key] = Seen{current, name, isConnected, connection};
+            sampleLink(*device, links, wallMs, nowMs, totals);
         }
         m_sampled = true;
         m_continuing = false;
@@ -285,25 +213,8 @@ const MeterSnapshot& UsageMeter::step()
             else
                 ++it;
         }
-
-        const qint64 elapsed = m_lastSampleMs < 0 ? 0 : nowMs - m_lastSampleMs;
-        if (connected && !m_wasConnected) {
-            m_live = StatisticsRecord();
-            m_liveConnectedMs = 0;
-        }
-        if (connected) {
-            Usage live{m_live.bytesReceived, m_live.bytesSent, 0};
-            live += bookedLive;
-            m_live.bytesReceived = live.received;
-            m_live.bytesSent = live.sent;
-            m_liveConnectedMs += connectedInterval(m_wasConnected, connected, elapsed);
-        }
-        m_live.receiveSpeed = connected ? saturate32(receiveSpeed) : 0;
-        m_live.sendSpeed = connected ? saturate32(sendSpeed) : 0;
-        m_live.duration = m_liveConnectedMs / 1000;
-        m_wasConnected = connected;
-        m_lastSampleMs = nowMs;
-        m_snapshot.connected = connected;
+        updateLive(totals, nowMs);
+        m_snapshot.connected = totals.connected;
         m_snapshot.interfaceName = counted.value(0);
     }
 
@@ -315,6 +226,108 @@ const MeterSnapshot& UsageMeter::step()
     }
     updateReports(wallMs);
     return m_snapshot;
+}
+
+QStringList UsageMeter::updateCountedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links)
+{
+    bool fallback = false;
+    const QStringList counted = countedSet(devices, links, fallback);
+    if (counted != m_counted || fallback != m_fallback)
+        qCInfo(lcLinux, "LinuxBackend: counting %s%s",
+               qUtf8Printable(counted.isEmpty() ? QStringLiteral("nothing") : counted.join(QStringLiteral(", "))),
+               fallback ? " (the default route's, as no metered link was seen yet)" : "");
+    m_counted = counted;
+    m_fallback = fallback;
+    m_source.setWanted(counted);
+    m_present = m_presentNow;
+    if (m_source.devicesVersion() != m_devicesVersion) {
+        m_devicesVersion = m_source.devicesVersion();
+        m_presentNow.clear();
+        for (const DeviceCounters& device : devices)
+            m_presentNow.append(device.name);
+    }
+    return counted;
+}
+
+void UsageMeter::sampleLink(const DeviceCounters& device, const QList<LinkInfo>& links, qint64 wallMs, qint64 nowMs,
+                            SampleTotals& totals)
+{
+    const QString& name = device.name;
+    const LinkState link = m_source.linkState(name);
+    const CounterReading current{CounterReading::Present, link.ifindex, device.received, device.sent, nowMs};
+    const std::pair<quint32, QString> key{link.ifindex, link.ifindex ? QString() : name};
+    const auto seen = m_seen.find(key);
+    CounterReading previous;
+    bool fromBaseline = false;
+    if (seen != m_seen.end()) {
+        previous = seen->second.reading;
+    } else if (m_writer) {
+        // The ledger's baseline continues a restart or another writer, nothing later:
+        // a link counted again after a pause starts afresh.
+        if (m_continuing) {
+            previous = baselineReading(name, link.ifindex);
+            fromBaseline = true;
+        }
+        const auto index = m_indexByName.constFind(name);
+        // Appeared or re-created since the last sample: all its traffic is new.
+        const bool wasPresent = m_present.contains(name);
+        if (previous.state == CounterReading::Unknown && m_sampled
+            && (!wasPresent || (index != m_indexByName.constEnd() && *index != link.ifindex)))
+            previous.state = CounterReading::Absent;
+    }
+    if (seen == m_seen.end())
+        m_indexByName.insert(name, link.ifindex);
+    const CounterDelta delta = counterDelta(previous, current, m_source.linkBytesPerSecond(name));
+    if (delta.implausible && !std::exchange(m_warnedImplausible[name], true))
+        qCWarning(lcLinux, "LinuxBackend: the counters of %s jumped further than the link can carry "
+                           "(%llu/%llu to %llu/%llu bytes); not counted",
+                  qUtf8Printable(name), previous.received, previous.sent, current.received, current.sent);
+    const bool isConnected = link.exists ? link.connected() : false;
+    const qint64 connectedMs =
+        connectedInterval(seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs);
+    const Usage usage{delta.received, delta.sent, connectedMs};
+    QString connection;
+    for (const LinkInfo& info : links) {
+        if (info.interfaceName == name)
+            connection = info.connection;
+    }
+    if (m_writer) {
+        m_ledger.add(UsageKey{name, connection}, wallMs / 1000, usage);
+        m_ledger.setBaseline({name, m_bootId, link.ifindex, current.received, current.sent, nowMs});
+    } else {
+        // What the writer has not committed yet, as far as its baseline shows.
+        const CounterDelta pending = counterDelta(baselineReading(name, link.ifindex), current,
+                                                  m_source.linkBytesPerSecond(name));
+        m_overlay += Usage{pending.received, pending.sent, 0};
+    }
+        if (!fromBaseline)
+        totals.bookedLive += usage;
+    totals.receiveSpeed += delta.receiveSpeed;
+    totals.sendSpeed += delta.sendSpeed;
+    totals.connected = totals.connected || isConnected;
+    m_seen[key] = Seen{current, name, isConnected, connection};
+}
+
+// The current connection counts from this process's first sight of it.
+void UsageMeter::updateLive(const SampleTotals& totals, qint64 nowMs)
+{
+    const qint64 elapsed = m_lastSampleMs < 0 ? 0 : nowMs - m_lastSampleMs;
+    if (totals.connected && !m_wasConnected) {
+        m_live = StatisticsRecord();
+        m_liveConnectedMs = 0;
+    }
+    if (totals.connected) {
+        Usage live{m_live.bytesReceived, m_live.bytesSent, 0};
+        live += totals.bookedLive;
+        m_live.bytesReceived = live.received;
+        m_live.bytesSent = live.sent;
+        m_liveConnectedMs += connectedInterval(m_wasConnected, totals.connected, elapsed);
+    }
+    m_live.receiveSpeed = totals.connected ? saturate32(totals.receiveSpeed) : 0;
+    m_live.sendSpeed = totals.connected ? saturate32(totals.sendSpeed) : 0;
+    m_live.duration = m_liveConnectedMs / 1000;
+    m_wasConnected = totals.connected;
+    m_lastSampleMs = nowMs;
 }
 
 // Counted links that went since the last sample: their traffic up to the

@@ -70,6 +70,17 @@ private:
     void updateRole();
     bool becomeWriter();
     void becomeReader();
+    struct SampleTotals
+    {
+        Usage bookedLive; // traffic since this process first saw the link
+        quint64 receiveSpeed = 0;
+        quint64 sendSpeed = 0;
+        bool connected = false;
+    };
+    QStringList updateCountedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links);
+    void sampleLink(const DeviceCounters& device, const QList<LinkInfo>& links, qint64 wallMs, qint64 nowMs,
+                    SampleTotals& totals);
+    void updateLive(const SampleTotals& totals, qint64 nowMs);
     QStringList countedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links, bool& fallback);
     CounterReading baselineReading(const QString& name, quint32 ifindex) const;
     void bookRemovedLinks(qint64 wallMs, qint64 nowMs);
