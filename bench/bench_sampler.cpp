@@ -55,6 +55,43 @@ double percentile(std::vector<double> samples, double p)
 }
 } // namespace
 
+// The thread that was not there before: the sampler's.
+int newThread(const QList<int>& before)
+{
+    int found = 0;
+    for (int id : threadIds()) {
+        if (!before.contains(id))
+            found = id;
+    }
+    return found;
+}
+
+// Port 9 on lo: nothing listens, the bytes still cross the interface.
+sockaddr_in discardAddress()
+{
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_port = htons(9);
+    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return to;
+}
+
+// The floor: one pread of a sysfs counter, as the sampler could do no less.
+std::vector<double> preadFloor()
+{
+    const int fd = ::open("/sys/class/net/lo/statistics/rx_bytes", O_RDONLY | O_CLOEXEC);
+    char buffer[32];
+    std::vector<double> floor;
+    for (int i = 0; i < 2000; ++i) {
+        const qint64 start = nanoseconds(CLOCK_THREAD_CPUTIME_ID);
+        if (pread(fd, buffer, sizeof buffer, 0) <= 0)
+            return {};
+        floor.push_back((nanoseconds(CLOCK_THREAD_CPUTIME_ID) - start) / 1000.0);
+    }
+    ::close(fd);
+    return floor;
+}
+
 int main(int argc, char* argv[])
 {
     QCoreApplication app(argc, argv);
@@ -71,21 +108,14 @@ int main(int argc, char* argv[])
     const QList<int> before = threadIds();
     velt::LinuxBackend backend(options);
     backend.start(nullptr);
-    int sampler = 0;
-    for (int id : threadIds()) {
-        if (!before.contains(id))
-            sampler = id;
-    }
+    const int sampler = newThread(before);
     if (!sampler) {
         QTextStream(stderr) << "bench_sampler: cannot find the sampler thread\n";
         return 1;
     }
 
     const int out = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(9); // discard: nothing listens, the bytes still cross lo
-    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const sockaddr_in to = discardAddress();
     const QByteArray payload(1000, 'x');
 
     std::mutex mutex;
@@ -127,18 +157,9 @@ int main(int argc, char* argv[])
     backend.stop();
     ::close(out);
 
-    // The floor: one pread of a sysfs counter, as the sampler could do no less.
-    const int fd = ::open("/sys/class/net/lo/statistics/rx_bytes", O_RDONLY | O_CLOEXEC);
-    char buffer[32];
-    std::vector<double> floor;
-    for (int i = 0; i < 2000; ++i) {
-        const qint64 start = nanoseconds(CLOCK_THREAD_CPUTIME_ID);
-        if (pread(fd, buffer, sizeof buffer, 0) <= 0)
-            return 1;
-        floor.push_back((nanoseconds(CLOCK_THREAD_CPUTIME_ID) - start) / 1000.0);
-    }
-    ::close(fd);
-
+    const std::vector<double> floor = preadFloor();
+    if (floor.empty())
+        return 1;
     const double median = percentile(perSecond, 0.5);
     const double floorMedian = percentile(floor, 0.5);
     QTextStream(stdout) << "a thread that only wakes once a second: median "
