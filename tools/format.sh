@@ -3,6 +3,7 @@
 # the files that differ and fails if there are any.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
+bash "$root/tools/install-deps.sh" checks
 cd "$root"
 mapfile -t files < <(git ls-files '*.cpp' '*.h')
 if [ "${1:-}" = "--check" ]; then

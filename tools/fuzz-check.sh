@@ -4,6 +4,7 @@
 # build-fuzz/fuzz/ to be kept under tests/fuzz/<target>/.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
+bash "$root/tools/install-deps.sh" checks
 build="${NETINFO_FUZZ_BUILD_DIR:-$root/build-fuzz}"
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DNETINFO_FUZZ=ON -DNETINFO_BUILD_TESTS=OFF -DNETINFO_BUILD_BENCH=OFF >/dev/null

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages the project builds and tests with, when any
 # is missing. Quiet and fast when everything is already there.
+#   install-deps.sh checks   also the format, clang-tidy and fuzzing tools
 set -euo pipefail
 
 packages=(
@@ -11,6 +12,9 @@ packages=(
     dpkg-dev desktop-file-utils
     python3-prometheus-client xvfb xauth
 )
+if [ "${1:-}" = "checks" ]; then
+    packages+=(clang clang-format clang-tidy libclang-rt-14-dev)
+fi
 
 missing=()
 for package in "${packages[@]}"; do

@@ -3,12 +3,13 @@
 #   NETINFO_SANITIZE=1   build in build-asan with AddressSanitizer and UBSan
 #   NETINFO_TSAN=1       build in build-tsan with ThreadSanitizer and run the suites
 #                        with threads of their own: SDK, recorder, host, faults
+#   NETINFO_WERROR=1     treat compiler warnings as errors (CI)
 #   NETINFO_BUILD_DIR    build directory (default: build or build-asan)
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 bash "$root/tools/install-deps.sh"
 
-options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)
+options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DNETINFO_WERROR="$([ "${NETINFO_WERROR:-0}" = "1" ] && echo ON || echo OFF)")
 default_build="$root/build"
 if [ "${NETINFO_SANITIZE:-0}" = "1" ]; then
     options+=(-DNETINFO_SANITIZE=ON)

@@ -3,6 +3,7 @@
 # configured build (default build/, which needs compile_commands.json).
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
+bash "$root/tools/install-deps.sh" checks
 build="${1:-$root/build}"
 cd "$root"
 [ -f "$build/compile_commands.json" ] || cmake -S "$root" -B "$build" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
