@@ -54,9 +54,9 @@ bool writeAll(int fd, const QByteArray& content)
 void syncDirectory(const QString& filePath)
 {
     const int fd = injected(AtomicFile::Step::OpenDirectory)
-                       ? -1
-                       : ::open(QFile::encodeName(QFileInfo(filePath).absolutePath()).constData(),
-                                O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        ? -1
+        : ::open(QFile::encodeName(QFileInfo(filePath).absolutePath()).constData(),
+            O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return;
     if (!injected(AtomicFile::Step::SyncDirectory))
@@ -69,8 +69,7 @@ void syncDirectory(const QString& filePath)
 AtomicFile::AtomicFile(const QString& tempPath, const QString& targetPath)
     : m_tempPath(tempPath)
     , m_targetPath(targetPath)
-{
-}
+{ }
 
 AtomicFile::~AtomicFile()
 {
@@ -79,12 +78,12 @@ AtomicFile::~AtomicFile()
 
 void AtomicFile::failNextForTesting(Step step, int error)
 {
-    g_injected = InjectedFailure{step, 1, error};
+    g_injected = InjectedFailure { step, 1, error };
 }
 
 void AtomicFile::failOperationForTesting(int n, int error)
 {
-    g_injected = InjectedFailure{std::nullopt, n, error};
+    g_injected = InjectedFailure { std::nullopt, n, error };
 }
 
 bool AtomicFile::failurePendingForTesting()
@@ -94,7 +93,8 @@ bool AtomicFile::failurePendingForTesting()
 
 bool AtomicFile::fail(const char* step, const QString& path, int code)
 {
-    m_error = QStringLiteral("%1 %2: %3").arg(QLatin1String(step), path, QString::fromLocal8Bit(std::strerror(code)));
+    m_error = QStringLiteral("%1 %2: %3")
+                  .arg(QLatin1String(step), path, QString::fromLocal8Bit(std::strerror(code)));
     return false;
 }
 
@@ -116,8 +116,11 @@ bool AtomicFile::write(const QByteArray& content)
 
     // The user may have narrowed the file's permissions; a new file is
     // private from the start.
-    struct stat target{};
-    const bool found = !injected(Step::Stat) && ::lstat(QFile::encodeName(m_targetPath).constData(), &target) == 0;
+    struct stat target
+    {
+    };
+    const bool found
+        = !injected(Step::Stat) && ::lstat(QFile::encodeName(m_targetPath).constData(), &target) == 0;
     // Not knowing the user's mode is no reason to replace it with ours.
     if (!found && errno != ENOENT)
         return fail("cannot inspect", m_targetPath, errno);
@@ -125,15 +128,17 @@ bool AtomicFile::write(const QByteArray& content)
     const mode_t mode = hadTarget ? (target.st_mode & 07777) : 0600;
 
     const int fd = injected(Step::Create)
-                       ? -1
-                       : ::open(temp.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+        ? -1
+        : ::open(temp.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (fd < 0)
         return fail("cannot create", m_tempPath, errno);
     m_bWritten = true;
 
     // Without the fsync a power cut after the rename could leave the new
     // name pointing at blocks that never reached the disk.
-    struct stat created{};
+    struct stat created
+    {
+    };
     if (injected(Step::Chmod) || ::fchmod(fd, mode) != 0 || !writeAll(fd, content) || injected(Step::Sync)
         || ::fsync(fd) != 0 || injected(Step::Stat) || ::fstat(fd, &created) != 0) {
         const int code = errno;
@@ -159,7 +164,9 @@ bool AtomicFile::commit()
     const QByteArray temp = QFile::encodeName(m_tempPath);
     // Only the file written above may take the target's name, not whatever
     // was swapped in at the temporary name since.
-    struct stat current{};
+    struct stat current
+    {
+    };
     if (injected(Step::Stat) || ::lstat(temp.constData(), &current) != 0) {
         const int code = errno;
         discard();
@@ -169,7 +176,8 @@ bool AtomicFile::commit()
         m_bWritten = false; // not ours any more: left alone
         return fail("replaced behind our back:", m_tempPath, EEXIST);
     }
-    if (injected(Step::Rename) || ::rename(temp.constData(), QFile::encodeName(m_targetPath).constData()) != 0) {
+    if (injected(Step::Rename)
+        || ::rename(temp.constData(), QFile::encodeName(m_targetPath).constData()) != 0) {
         const int code = errno;
         discard();
         return fail("cannot replace", m_targetPath, code);
@@ -179,8 +187,8 @@ bool AtomicFile::commit()
     return true;
 }
 
-bool AtomicFile::replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
-                         QString* error)
+bool AtomicFile::replace(
+    const QString& tempPath, const QString& targetPath, const QByteArray& content, QString* error)
 {
     AtomicFile file(tempPath, targetPath);
     const bool done = file.write(content) && file.commit();

@@ -30,7 +30,7 @@ public:
 
     // write() and commit() in one; *error (when given) as errorString().
     static bool replace(const QString& tempPath, const QString& targetPath, const QByteArray& content,
-                        QString* error = nullptr);
+        QString* error = nullptr);
 
     // Every system call a replacement makes, in the order it makes them.
     enum class Step { Create, Write, Rename, Unlink, Chmod, Sync, Stat, Close, OpenDirectory, SyncDirectory };

@@ -8,8 +8,7 @@
 
 GridDelegateLayout::GridDelegateLayout(QObject* parent)
     : QItemDelegate(parent)
-{
-}
+{ }
 
 GridDelegateLayout::~GridDelegateLayout() = default;
 

@@ -33,9 +33,12 @@ private:
         bool operator==(const SizeKey& other) const
         {
             return font == other.font && icon == other.icon && decoration == other.decoration
-                   && features == other.features && shape == other.shape;
+                && features == other.features && shape == other.shape;
         }
     };
-    friend size_t qHash(const SizeKey& key, size_t seed) { return qHashMulti(seed, key.shape, key.font, key.icon); }
+    friend size_t qHash(const SizeKey& key, size_t seed)
+    {
+        return qHashMulti(seed, key.shape, key.font, key.icon);
+    }
     mutable QHash<SizeKey, QSize> m_sizes;
 };

@@ -8,8 +8,7 @@
 
 LwProgressBar::LwProgressBar(QWidget* parent)
     : QWidget(parent)
-{
-}
+{ }
 
 int LwProgressBar::fillWidth(long double value, long double maximum, int width)
 {
@@ -25,7 +24,7 @@ int LwProgressBar::fillWidth(long double value, long double maximum, int width)
 QString LwProgressBar::skinImagePath()
 {
     return CommonUtils::GetPluginLibraryPath()
-           + QStringLiteral("/skin/default/images/tree_widget_bg_line_top_curve_box.png");
+        + QStringLiteral("/skin/default/images/tree_widget_bg_line_top_curve_box.png");
 }
 
 QColor LwProgressBar::borderColor(const QString& skinImagePath)
@@ -46,7 +45,7 @@ void LwProgressBar::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(r, Qt::white);
     painter.fillRect(QRect(0, 0, fillWidth(m_ldValue, m_ldMaximum, r.width()), r.height()),
-                     QBrush(m_color, Qt::SolidPattern));
+        QBrush(m_color, Qt::SolidPattern));
     painter.drawText(r, Qt::AlignHCenter | Qt::AlignVCenter, m_strText);
 
     // The skin is read once per location rather than on every tick's repaint.

@@ -11,7 +11,7 @@ namespace {
 const char* const kSource = "NetInfoUIExPlugin/NetInfoConfigParse";
 
 enum ContextField { Category, WantedGroup, CurrentGroup, WantedModule, CurrentModule };
-}
+} // namespace
 
 NetInfoConfigParse* NetInfoConfigParse::m_pNetInfoInstance = nullptr;
 
@@ -39,7 +39,7 @@ NetInfoConfigParse::~NetInfoConfigParse()
 QString NetInfoConfigParse::configFilePath()
 {
     return CommonUtils::GetPluginLibraryPath() + QStringLiteral("/plugins/NetInfoUIExPlugin/")
-           + QStringLiteral("NetInfoUIExConfig.xml");
+        + QStringLiteral("NetInfoUIExConfig.xml");
 }
 
 int NetInfoConfigParse::GetSettingsFromXML(QString& group, QString& module, QVector<NetInfoConfig>& out)
@@ -62,14 +62,14 @@ int NetInfoConfigParse::GetSettingsFromXML(QString& group, QString& module, QVec
     int result = 0;
     if (!reader.device()) {
         NETINFO_WARN("%s : %s: %s: Stream reader not bind with device", NetInfoLog::now().constData(),
-                     kSource, "GetSettingsFromXML");
+            kSource, "GetSettingsFromXML");
         result = 13;
     }
     while (result == 0 && !reader.atEnd()) {
         reader.readNext();
         if (reader.hasError()) {
-            NETINFO_WARN("%s : %s: %s: Read Error: n", NetInfoLog::now().constData(), kSource,
-                         "GetSettingsFromXML");
+            NETINFO_WARN(
+                "%s : %s: %s: Read Error: n", NetInfoLog::now().constData(), kSource, "GetSettingsFromXML");
             result = 6;
             break;
         }
@@ -84,15 +84,15 @@ int NetInfoConfigParse::GetSettingsFromXML(QString& group, QString& module, QVec
     return result;
 }
 
-int NetInfoConfigParse::readGroupInfo(QXmlStreamReader& reader, QString& group, QString& module,
-                                      QVector<NetInfoConfig>& out)
+int NetInfoConfigParse::readGroupInfo(
+    QXmlStreamReader& reader, QString& group, QString& module, QVector<NetInfoConfig>& out)
 {
     QString currentGroup;
     QString currentModule;
     QString currentCategory;
-    static const QStringList categories = {QStringLiteral("fluxunit"), QStringLiteral("speedunit"),
-                                           QStringLiteral("format"),   QStringLiteral("function"),
-                                           QStringLiteral("Limit"),    QStringLiteral("Color")};
+    static const QStringList categories
+        = { QStringLiteral("fluxunit"), QStringLiteral("speedunit"), QStringLiteral("format"),
+              QStringLiteral("function"), QStringLiteral("Limit"), QStringLiteral("Color") };
     for (;;) {
         if (reader.atEnd())
             return 0;
@@ -105,13 +105,13 @@ int NetInfoConfigParse::readGroupInfo(QXmlStreamReader& reader, QString& group, 
             } else if (categories.contains(name)) {
                 currentCategory = name.toString();
             } else if (name == QLatin1String("item")) {
-                parseItem(reader, {currentCategory, group, currentGroup, module, currentModule}, out);
+                parseItem(reader, { currentCategory, group, currentGroup, module, currentModule }, out);
             }
         }
         reader.readNext();
         if (reader.hasError()) {
-            NETINFO_WARN("GroupInfo Read Error %s : %s: %s:", NetInfoLog::now().constData(), kSource,
-                         "readGroupInfo");
+            NETINFO_WARN(
+                "GroupInfo Read Error %s : %s: %s:", NetInfoLog::now().constData(), kSource, "readGroupInfo");
             return 6;
         }
     }
@@ -120,18 +120,18 @@ int NetInfoConfigParse::readGroupInfo(QXmlStreamReader& reader, QString& group, 
 void NetInfoConfigParse::parseItem(QXmlStreamReader& reader, QStringList context, QVector<NetInfoConfig>& out)
 {
     const QXmlStreamAttributes attributes = reader.attributes();
-    const auto attribute = [&attributes](const char* name) {
-        return attributes.value(QLatin1String(name)).toString();
-    };
+    const auto attribute
+        = [&attributes](const char* name) { return attributes.value(QLatin1String(name)).toString(); };
     const QString& category = context.at(Category);
 
     if (category == QLatin1String("Color")) {
         const QColor color(attribute("R").toInt(), attribute("G").toInt(), attribute("B").toInt(), 255);
-        m_vecProgressColor.append({category, attribute("name"), color});
+        m_vecProgressColor.append({ category, attribute("name"), color });
     } else if (category == QLatin1String("Limit")) {
-        m_vecLimitCfg.append({category, attribute("name"), attribute("value"), attribute("value1")});
+        m_vecLimitCfg.append({ category, attribute("name"), attribute("value"), attribute("value1") });
     } else if (context.at(WantedGroup) == context.at(CurrentGroup)
-               && context.at(WantedModule) == context.at(CurrentModule)) {
-        out.append({category, attribute("name"), attribute("value"), attribute("type"), attribute("langResID")});
+        && context.at(WantedModule) == context.at(CurrentModule)) {
+        out.append(
+            { category, attribute("name"), attribute("value"), attribute("type"), attribute("langResID") });
     }
 }

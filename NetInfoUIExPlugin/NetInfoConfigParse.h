@@ -20,8 +20,7 @@ public:
     // 0 on success; 3 missing file, 6 XML error, 13 no device, 25 cannot open.
     // out is emptied first; entries read before an error stay in it.
     int GetSettingsFromXML(QString& group, QString& module, QVector<NetInfoConfig>& out);
-    int readGroupInfo(QXmlStreamReader& reader, QString& group, QString& module,
-                      QVector<NetInfoConfig>& out);
+    int readGroupInfo(QXmlStreamReader& reader, QString& group, QString& module, QVector<NetInfoConfig>& out);
     // context: category, wanted group, current group, wanted module, current module.
     void parseItem(QXmlStreamReader& reader, QStringList context, QVector<NetInfoConfig>& out);
 

@@ -29,7 +29,7 @@ void NetInfoGraphConfigParse::OnDestroy()
 QString NetInfoGraphConfigParse::profilePath()
 {
     return CommonUtils::GetPluginLibraryPath() + QStringLiteral("/plugins/NetInfoUIExPlugin/")
-           + QStringLiteral("TrendsCtrlProfile.xml");
+        + QStringLiteral("TrendsCtrlProfile.xml");
 }
 
 QColor NetInfoGraphConfigParse::colour(const QString& text)
@@ -43,8 +43,8 @@ QColor NetInfoGraphConfigParse::colour(const QString& text)
     return QColor::fromString(rest);
 }
 
-int NetInfoGraphConfigParse::GetSettingsFromXML(QVector<NetInfoColourConfig>& colours,
-                                                QVector<NetInfoFontConfig>& fonts)
+int NetInfoGraphConfigParse::GetSettingsFromXML(
+    QVector<NetInfoColourConfig>& colours, QVector<NetInfoFontConfig>& fonts)
 {
     NETINFO_TRACE("%s : %s: %s: Entered", NetInfoLog::now().constData(), kSource, "GetSettingsFromXML");
 
@@ -62,15 +62,15 @@ int NetInfoGraphConfigParse::GetSettingsFromXML(QVector<NetInfoColourConfig>& co
     QXmlStreamReader reader(&file);
     int result = 0;
     if (!reader.device()) {
-        NETINFO_WARN(" %s : %s: %s: not bind with device Stream reader", NetInfoLog::now().constData(), kSource,
-                     "GetSettingsFromXML");
+        NETINFO_WARN(" %s : %s: %s: not bind with device Stream reader", NetInfoLog::now().constData(),
+            kSource, "GetSettingsFromXML");
         result = 13;
     }
     while (result == 0 && !reader.atEnd()) {
         reader.readNext();
         if (reader.hasError()) {
             NETINFO_WARN("%s : %s: %s: Read Fle Error: n", NetInfoLog::now().constData(), kSource,
-                         "GetSettingsFromXML");
+                "GetSettingsFromXML");
             result = 6;
             break;
         }
@@ -85,8 +85,8 @@ int NetInfoGraphConfigParse::GetSettingsFromXML(QVector<NetInfoColourConfig>& co
     return result;
 }
 
-int NetInfoGraphConfigParse::readGroupInfo(QXmlStreamReader& reader, QVector<NetInfoColourConfig>& colours,
-                                           QVector<NetInfoFontConfig>& fonts)
+int NetInfoGraphConfigParse::readGroupInfo(
+    QXmlStreamReader& reader, QVector<NetInfoColourConfig>& colours, QVector<NetInfoFontConfig>& fonts)
 {
     NETINFO_TRACE("%s : %s: %s: Entered", NetInfoLog::now().constData(), kSource, "readGroupInfo");
     int result = 0;
@@ -100,14 +100,14 @@ int NetInfoGraphConfigParse::readGroupInfo(QXmlStreamReader& reader, QVector<Net
                 return attributes.value(QLatin1String(name)).toString();
             };
             if (reader.name() == QLatin1String("Color"))
-                colours.append({attribute("id"), attribute("color")});
+                colours.append({ attribute("id"), attribute("color") });
             else if (reader.name() == QLatin1String("Font"))
-                fonts.append({attribute("id"), attribute("family"), attribute("style"), attribute("size")});
+                fonts.append({ attribute("id"), attribute("family"), attribute("style"), attribute("size") });
         }
         reader.readNext();
         if (reader.hasError()) {
-            NETINFO_WARN("GroupInfo Read Error %s : %s: %s:", NetInfoLog::now().constData(), kSource,
-                         "readGroupInfo");
+            NETINFO_WARN(
+                "GroupInfo Read Error %s : %s: %s:", NetInfoLog::now().constData(), kSource, "readGroupInfo");
             result = 6;
             break;
         }

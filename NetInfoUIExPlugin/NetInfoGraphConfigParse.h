@@ -31,8 +31,8 @@ public:
     // 0 on success; 3 missing file, 6 XML error, 13 no device, 25 cannot open.
     // Entries are appended; those read before an error stay.
     int GetSettingsFromXML(QVector<NetInfoColourConfig>& colours, QVector<NetInfoFontConfig>& fonts);
-    int readGroupInfo(QXmlStreamReader& reader, QVector<NetInfoColourConfig>& colours,
-                      QVector<NetInfoFontConfig>& fonts);
+    int readGroupInfo(
+        QXmlStreamReader& reader, QVector<NetInfoColourConfig>& colours, QVector<NetInfoFontConfig>& fonts);
 
     // "#AARRGGBB" with the alpha pair dropped: always opaque. Empty or
     // malformed text gives an invalid colour.

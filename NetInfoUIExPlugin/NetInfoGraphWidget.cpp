@@ -38,7 +38,7 @@ int scaleUnits(double speed)
     constexpr double kLimit = 1e9;
     return static_cast<int>(std::trunc(std::clamp(speed, -kLimit, kLimit)));
 }
-}
+} // namespace
 
 GraphWidget::GraphWidget(QWidget* parent)
     : QWidget(parent)
@@ -76,7 +76,8 @@ void GraphWidget::init()
         fitResetButton();
         m_pService = CNetInfoUIService::instance();
         if (m_pService)
-            connect(m_pResetButton, &QPushButton::clicked, m_pService, &CNetInfoUIService::onResetButtonClicked);
+            connect(
+                m_pResetButton, &QPushButton::clicked, m_pService, &CNetInfoUIService::onResetButtonClicked);
     }
 
     connect(this, &GraphWidget::SizeChange, this, &GraphWidget::onSizeChange);
@@ -84,7 +85,7 @@ void GraphWidget::init()
     // Every pixel is painted over an opaque background: Qt need not clear
     // the area first.
     setAttribute(Qt::WA_OpaquePaintEvent,
-                 NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor).alpha() == 255);
+        NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor).alpha() == 255);
 
     m_colorGrid = NetInfoGraphConfigParse::colour(m_vecColour.value(4).strColor);
     m_colorUp = NetInfoGraphConfigParse::colour(m_vecColour.value(2).strColor);
@@ -107,13 +108,13 @@ void GraphWidget::DrawGraph(double up, double down)
 {
     if (!std::isfinite(up) || !std::isfinite(down)) {
         NETINFO_WARN("%s: %s: %s: speed %f / %f is not a number; plotted as 0", NetInfoLog::now().constData(),
-                     kSource, "DrawGraph", up, down);
+            kSource, "DrawGraph", up, down);
         up = std::isfinite(up) ? up : 0;
         down = std::isfinite(down) ? down : 0;
     }
     const int upSpeed = scaleUnits(up);
     const int downSpeed = scaleUnits(down);
-    const int top = std::max({m_iMaxSpeed, upSpeed, downSpeed});
+    const int top = std::max({ m_iMaxSpeed, upSpeed, downSpeed });
     // The scale grows in steps of 60 and never shrinks.
     if (top > m_iMaxSpeed)
         m_iMaxSpeed = (top / 60) * 60 + 60;
@@ -136,8 +137,8 @@ void GraphWidget::paintEvent(QPaintEvent*)
 
     // Axes, labels, title and legend change only with the size, the scale,
     // the direction, the language or the font; drawn once, copied per tick.
-    const LayerKey key{size(), devicePixelRatioF(), m_iMaxSpeed, rightToLeft,
-                       m_pResetButton && m_bResetAll ? m_pResetButton->width() : 0, Change::CurrentLanguage()};
+    const LayerKey key { size(), devicePixelRatioF(), m_iMaxSpeed, rightToLeft,
+        m_pResetButton && m_bResetAll ? m_pResetButton->width() : 0, Change::CurrentLanguage() };
     if (!m_bLayerValid || !(key == m_layerKey)) {
         if (key.language != m_layerKey.language)
             m_bButtonFitted = false;
@@ -145,7 +146,8 @@ void GraphWidget::paintEvent(QPaintEvent*)
         // a translucent one still lets what lies beneath shine through.
         const QColor background = NetInfoGraphConfigParse::colour(m_vecColour.value(0).strColor);
         const bool opaque = background.alpha() == 255;
-        m_fixedLayer = QImage(size() * key.pixelRatio, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+        m_fixedLayer = QImage(
+            size() * key.pixelRatio, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
         m_fixedLayer.setDevicePixelRatio(key.pixelRatio);
         m_fixedLayer.fill(opaque ? background : QColor(Qt::transparent));
         m_iDrawnSegments = -1;
@@ -234,7 +236,8 @@ QString GraphWidget::speedTitle()
         QVector<TagUnits> units;
         if (NetInfoUILogic* logic = NetInfoUILogic::Instance())
             logic->GetSpeedUnitData(units);
-        title.replace(QLatin1String("%s"), CommonUtils::SpeedUnitToString(units, QStringLiteral("NetInfoUIExPlugin")));
+        title.replace(
+            QLatin1String("%s"), CommonUtils::SpeedUnitToString(units, QStringLiteral("NetInfoUIExPlugin")));
     }
     return title;
 }
@@ -255,8 +258,8 @@ int GraphWidget::segmentCount() const
 // Segments from..to-1 of a curve whose newest sample stands at startX, one
 // pixel a sample in the direction dx. Segments rather than one polyline:
 // the joins land on the same pixels as they always did.
-QVarLengthArray<QLineF, 1024> GraphWidget::segments(const QList<double>& samples, int from, int to,
-                                                    double startX, int dx) const
+QVarLengthArray<QLineF, 1024> GraphWidget::segments(
+    const QList<double>& samples, int from, int to, double startX, int dx) const
 {
     QVarLengthArray<QLineF, 1024> lines;
     lines.reserve(std::max(0, to - from));
@@ -306,7 +309,7 @@ bool GraphWidget::updateCurveLayer(double startX, int dx)
     // Columns on the head side of position p (samples from the head) or
     // on the tail side.
     const auto column = [&](int p) { return std::clamp(head + dx * p, -1, width); };
-    for (QImage* mask : {&m_upMask, &m_downMask}) {
+    for (QImage* mask : { &m_upMask, &m_downMask }) {
         const QList<double>& samples = mask == &m_upMask ? m_listUp : m_listDown;
         QVarLengthArray<QLineF, 1024> lines;
         if (!shift) {
@@ -353,8 +356,8 @@ bool GraphWidget::updateCurveLayer(double startX, int dx)
 }
 
 // Rows that a curve may cover now, per column.
-QVector<GraphWidget::Rows> GraphWidget::coveredRows(const QList<double>& samples, int count, int head, int dx,
-                                                    int width, int height) const
+QVector<GraphWidget::Rows> GraphWidget::coveredRows(
+    const QList<double>& samples, int count, int head, int dx, int width, int height) const
 {
     QVector<Rows> rows(width);
     if (count == 0)
@@ -370,7 +373,7 @@ QVector<GraphWidget::Rows> GraphWidget::coveredRows(const QList<double>& samples
         const int last = std::min(width - 1, std::max(x, x + dx));
         for (int c = std::max(0, std::min(x, x + dx)); c <= last; ++c) {
             if (row[c].lo > row[c].hi) {
-                row[c] = {lo, hi};
+                row[c] = { lo, hi };
             } else {
                 row[c].lo = std::min(row[c].lo, lo);
                 row[c].hi = std::max(row[c].hi, hi);
@@ -399,7 +402,7 @@ void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>&
         if (now.lo > now.hi)
             now = before;
         else if (before.lo <= before.hi)
-            now = {std::min(now.lo, before.lo), std::max(now.hi, before.hi)};
+            now = { std::min(now.lo, before.lo), std::max(now.hi, before.hi) };
         const int lo = std::max(0, now.lo);
         const int hi = std::min(height - 1, now.hi);
         const uchar* u = up + lo * maskLine + c;
@@ -407,7 +410,9 @@ void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>&
         const uchar* f = fixed + lo * frameLine + c * 4;
         uchar* out = frame + lo * frameLine + c * 4;
         for (int y = lo; y <= hi; ++y, u += maskLine, d += maskLine, f += frameLine, out += frameLine)
-            *reinterpret_cast<QRgb*>(out) = *d ? downColour : *u ? upColour : *reinterpret_cast<const QRgb*>(f);
+            *reinterpret_cast<QRgb*>(out) = *d ? downColour
+                : *u                           ? upColour
+                                               : *reinterpret_cast<const QRgb*>(f);
     };
     const Rows* upNow = upRows.constData();
     const Rows* downNow = downRows.constData();
@@ -451,10 +456,12 @@ void GraphWidget::drawFixedLayer(QPainter& painter, bool rightToLeft)
         painter.drawLine(QPointF(plotLeft, m_dCursorY), QPointF(plotRight, m_dCursorY));
         value -= m_iMaxSpeed / 12;
         painter.setPen(framePen);
-        label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 5, m_dCursorY + 5, speedLabel(value));
+        label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 5, m_dCursorY + 5,
+            speedLabel(value));
     }
     m_dCursorY += m_dStep;
-    label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 9, m_dCursorY - 1, QStringLiteral("0.0"));
+    label(m_dLeft - 52 - m_iTextHeight, m_iTextHeight + 50, m_dCursorY - 9, m_dCursorY - 1,
+        QStringLiteral("0.0"));
 
     // The legend goes on one line when the download text fits beside the
     // upload text and the reset button, else on two; right to left it is
@@ -499,8 +506,8 @@ void GraphWidget::onSizeChange(int width, int height)
         return;
     const int y = height - m_pResetButton->height() - 1;
     const QPoint corner = QGuiApplication::layoutDirection() == Qt::LeftToRight
-                              ? QPoint(width - m_pResetButton->width() - 8, y)
-                              : QPoint(9, y);
+        ? QPoint(width - m_pResetButton->width() - 8, y)
+        : QPoint(9, y);
     // Every paint reports the size; repainting when nothing moved would
     // never let painting stop.
     if (m_pResetButton->pos() == corner)
@@ -513,12 +520,12 @@ void GraphWidget::setGraphMinmumWidth(int width)
 {
     const QFontMetrics metrics(m_font);
     const int legend = std::max(metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_UPLOAD_SPEED"))),
-                                metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"))));
+        metrics.horizontalAdvance(tr(QStringLiteral("IDS_TRENDS_DOWNLOAD_SPEED"))));
     const int button = m_pResetButton && !m_pResetButton->isHidden() ? m_pResetButton->width() : 0;
     setMinimumWidth(legend + 70 + button);
     if (INotifyService* service = GetNodifyInstance())
         service->Notify(QLatin1String(HostIds::MainFrameTarget), HostIds::EventMinimumWidth,
-                        static_cast<quintptr>(std::max(0, legend + width + 70 + button)), 0);
+            static_cast<quintptr>(std::max(0, legend + width + 70 + button)), 0);
 }
 
 INotifyService* GraphWidget::GetNodifyInstance()

@@ -8,10 +8,10 @@
 #include <QColor>
 #include <QFont>
 #include <QImage>
-#include <QList>
-#include <QVector>
 #include <QLineF>
+#include <QList>
 #include <QVarLengthArray>
+#include <QVector>
 #include <QWidget>
 
 class CNetInfoUIService;
@@ -69,8 +69,8 @@ private:
         bool operator==(const LayerKey& other) const
         {
             return size == other.size && pixelRatio == other.pixelRatio && maxSpeed == other.maxSpeed
-                   && rightToLeft == other.rightToLeft && buttonWidth == other.buttonWidth
-                   && language == other.language;
+                && rightToLeft == other.rightToLeft && buttonWidth == other.buttonWidth
+                && language == other.language;
         }
     };
 
@@ -81,8 +81,8 @@ private:
     QString speedTitle();
     double speedY(double speed) const;
     int segmentCount() const;
-    QVarLengthArray<QLineF, 1024> segments(const QList<double>& samples, int from, int to, double startX,
-                                           int dx) const;
+    QVarLengthArray<QLineF, 1024> segments(
+        const QList<double>& samples, int from, int to, double startX, int dx) const;
     void drawCurves(QPainter& painter, double startX, int dx);
     bool updateCurveLayer(double startX, int dx);
     void fitResetButton();
@@ -94,8 +94,8 @@ private:
         int lo = 0;
         int hi = -1;
     };
-    QVector<Rows> coveredRows(const QList<double>& samples, int count, int head, int dx, int width,
-                              int height) const;
+    QVector<Rows> coveredRows(
+        const QList<double>& samples, int count, int head, int dx, int width, int height) const;
     void composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows);
 
     QImage m_fixedLayer;
@@ -110,7 +110,7 @@ private:
     QVector<Rows> m_upRows;
     QVector<Rows> m_downRows;
     int m_iDrawnSegments = -1; // in the masks; -1: masks to be redrawn
-    int m_iNewSamples = 0;     // since the masks were drawn
+    int m_iNewSamples = 0; // since the masks were drawn
 
     QPushButton* m_pResetButton = nullptr;
     CNetInfoUIService* m_pService = nullptr;

@@ -10,7 +10,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcNetInfo)
 namespace NetInfoLog {
 // The current time as the trace lines show it: "hh:mm:ss:zzz".
 QByteArray now();
-}
+} // namespace NetInfoLog
 
 // Shorthands for the printf-style trace lines.
 #define NETINFO_TRACE(...) qCDebug(lcNetInfo, __VA_ARGS__)

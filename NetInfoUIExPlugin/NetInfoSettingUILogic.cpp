@@ -36,7 +36,8 @@ bool makePrivatePath(const QString& dir)
     if (info.exists() || !makePrivatePath(info.absolutePath()))
         return false;
     const QByteArray path = QFile::encodeName(dir);
-    return (::mkdir(path.constData(), 0700) == 0 && ::chmod(path.constData(), 0700) == 0) || QFileInfo(dir).isDir();
+    return (::mkdir(path.constData(), 0700) == 0 && ::chmod(path.constData(), 0700) == 0)
+        || QFileInfo(dir).isDir();
 }
 
 bool isMissingOrEmpty(const QString& path)

@@ -73,8 +73,9 @@ bool NetInfoSettingUIPlugin::SaveNetInfoSettings()
     m_pStore->useLimitSettings() = before;
     if (told) { // the view follows the map again
         const auto stored = [&before](const char* key) { return before.value(QLatin1String(key)); };
-        emit netInfoSettingsChanged(stored("SizeVolume").toInt(nullptr, 10), stored("SizeTimeVolume").toInt(nullptr, 10),
-            stored("chkWarnbefore") == QLatin1String("true"), stored("chkWarnAfter") == QLatin1String("true"));
+        emit netInfoSettingsChanged(stored("SizeVolume").toInt(nullptr, 10),
+            stored("SizeTimeVolume").toInt(nullptr, 10), stored("chkWarnbefore") == QLatin1String("true"),
+            stored("chkWarnAfter") == QLatin1String("true"));
     }
     showPrompt(QStringLiteral("IDS_SAVE_SETTINGS_FAILED"));
     return false;

@@ -10,18 +10,13 @@
 // One statistics record.
 struct NetInfoData
 {
-    unsigned long long ullUpData = 0;   // bytes sent
+    unsigned long long ullUpData = 0; // bytes sent
     unsigned long long ullDownData = 0; // bytes received
     unsigned long long ullDuration = 0; // connection time in seconds
 };
 
 // The stored period asked of the bridge.
-enum _enNetInfoType {
-    NETINFO_DAILY = 0,
-    NETINFO_WEEKLY = 1,
-    NETINFO_MONTHLY = 2,
-    NETINFO_YEARLY = 3
-};
+enum _enNetInfoType { NETINFO_DAILY = 0, NETINFO_WEEKLY = 1, NETINFO_MONTHLY = 2, NETINFO_YEARLY = 3 };
 
 // One entry of the feature configuration.
 struct NetInfoConfig

@@ -20,8 +20,7 @@ struct Report
 {
     alignas(8) unsigned char bytes[VELT_STATISTICS_REPORT_SIZE] = {};
 
-    template<typename T>
-    T field(int offset) const
+    template <typename T> T field(int offset) const
     {
         T value;
         std::memcpy(&value, bytes + offset, sizeof value);
@@ -66,7 +65,7 @@ void twoDigits(long long value, QString& text)
 }
 } // namespace
 
-std::atomic<NetInfoUILogic*> NetInfoUILogic::m_pNetInfoInstance{nullptr};
+std::atomic<NetInfoUILogic*> NetInfoUILogic::m_pNetInfoInstance { nullptr };
 
 NetInfoUILogic* NetInfoUILogic::Instance()
 {
@@ -104,16 +103,16 @@ int NetInfoUILogic::Init()
     }
 
     NETINFO_TRACE("========> %s: %s: %s: VELT_Statistics_RegisterStatisticsCallbackEvent called",
-                  NetInfoLog::now().constData(), kSource, "Init");
+        NetInfoLog::now().constData(), kSource, "Init");
     if (VELT_Statistics_RegisterStatisticsCallbackEvent(&NetInfoUILogic::StatisticsEventCallBack) != 0)
         NETINFO_TRACE("<======== %s: %s: %s: VELT_Statistics_RegisterStatisticsCallbackEvent Failed",
-                      NetInfoLog::now().constData(), kSource, "Init");
+            NetInfoLog::now().constData(), kSource, "Init");
     else
         NETINFO_TRACE("<======== %s: %s: %s: VELT_Statistics_RegisterStatisticsCallbackEvent Success",
-                      NetInfoLog::now().constData(), kSource, "Init");
+            NetInfoLog::now().constData(), kSource, "Init");
     // Only a trace: the host's tools look for this line.
     NETINFO_TRACE("<======== %s: %s: %s: VELT_NetConnectSrv_RegisterNetConnectEvent called",
-                  NetInfoLog::now().constData(), kSource, "Init");
+        NetInfoLog::now().constData(), kSource, "Init");
 
     const int result = getConfigData();
     NETINFO_TRACE("%s: %s: %s: Exit", NetInfoLog::now().constData(), kSource, "Init");
@@ -122,8 +121,8 @@ int NetInfoUILogic::Init()
 
 int NetInfoUILogic::StatisticsEventCallBack(int event, void* data)
 {
-    NETINFO_TRACE("%s: %s: %s: CBNotify-%d ", NetInfoLog::now().constData(), kSource,
-                  "StatisticsEventCallBack", event);
+    NETINFO_TRACE(
+        "%s: %s: %s: CBNotify-%d ", NetInfoLog::now().constData(), kSource, "StatisticsEventCallBack", event);
     if (event != VELT_EVENT_STATISTICS_CHANGED)
         return 1;
     NetInfoUILogic* logic = m_pNetInfoInstance.load();
@@ -138,8 +137,8 @@ int NetInfoUILogic::StatisticsEventCallBack(int event, void* data)
     if (VELT_Statistics_GetReport(VELT_REPORT_LIVE, report.bytes, 0) == 0) {
         QString duration;
         logic->convertTimeToString(report.duration(), duration);
-        emit logic->statisticsChanged(report.sendSpeed(), report.receiveSpeed(), report.bytesSent(),
-                                      report.bytesReceived(), duration);
+        emit logic->statisticsChanged(
+            report.sendSpeed(), report.receiveSpeed(), report.bytesSent(), report.bytesReceived(), duration);
     }
     return 1;
 }
@@ -151,7 +150,7 @@ bool NetInfoUILogic::GetStatistics(_enNetInfoType type, NetInfoData& data)
     const bool failed = VELT_Statistics_GetReport(reportKind(type), report.bytes, 0) != 0;
     if (failed)
         NETINFO_TRACE("%s: %s: %s: VELT_Statistics_GetReport Error", NetInfoLog::now().constData(), kSource,
-                      "GetStatistics");
+            "GetStatistics");
     else
         report.fill(data);
     NETINFO_TRACE("%s: %s: %s: Exit", NetInfoLog::now().constData(), kSource, "GetStatistics");
@@ -173,7 +172,7 @@ bool NetInfoUILogic::ResetStatistics()
     const bool failed = VELT_Statistics_Reset(0) != 0;
     if (failed)
         NETINFO_TRACE("%s: %s: %s: VELT_Statistics_GetReport Error", NetInfoLog::now().constData(), kSource,
-                      "ResetStatistics");
+            "ResetStatistics");
     NETINFO_TRACE("%s: %s: %s: Exit", NetInfoLog::now().constData(), kSource, "ResetStatistics");
     return failed;
 }
@@ -185,7 +184,7 @@ bool NetInfoUILogic::GetLastResetTime(QString& text)
     const bool failed = VELT_Statistics_GetReport(VELT_REPORT_LAST_RESET, report.bytes, 0) != 0;
     if (failed) {
         NETINFO_TRACE("%s: %s: %s: VELT_Statistics_GetReport Error", NetInfoLog::now().constData(), kSource,
-                      "GetLastResetTime");
+            "GetLastResetTime");
     } else {
         const QDateTime when = QDateTime::fromSecsSinceEpoch(report.resetTime());
         text = QLocale::system().toString(when, QLocale::ShortFormat);
@@ -205,7 +204,8 @@ void NetInfoUILogic::convertTimeToString(long long seconds, QString& text)
     twoDigits(rest % 60, text);
 }
 
-void NetInfoUILogic::OnDestroy() {}
+void NetInfoUILogic::OnDestroy()
+{ }
 
 int NetInfoUILogic::getConfigData()
 {
@@ -217,15 +217,15 @@ int NetInfoUILogic::getConfigData()
     int result = m_pConfigParse->GetSettingsFromXML(group, common, m_vecConfig);
 
     NETINFO_TRACE("========> %s: %s: %s: VELT_DevSrv_GetCustomizeName called", NetInfoLog::now().constData(),
-                  kSource, "getConfigData");
+        kSource, "getConfigData");
     char buffer[VELT_CUSTOMIZE_NAME_SIZE] = {};
     if (VELT_DevSrv_GetCustomizeName(buffer) != 0) {
-        NETINFO_TRACE("<======== %s: %s: %s: VELT_DevSrv_GetCustomizeName failed", NetInfoLog::now().constData(),
-                      kSource, "getConfigData");
+        NETINFO_TRACE("<======== %s: %s: %s: VELT_DevSrv_GetCustomizeName failed",
+            NetInfoLog::now().constData(), kSource, "getConfigData");
         result = 1;
     } else {
         NETINFO_TRACE("<======== %s: %s: %s: VELT_DevSrv_GetCustomizeName success",
-                      NetInfoLog::now().constData(), kSource, "getConfigData");
+            NetInfoLog::now().constData(), kSource, "getConfigData");
         buffer[sizeof buffer - 1] = '\0';
         QString edition = QString::fromLocal8Bit(buffer);
         if (!edition.isEmpty() && edition != common)
@@ -238,8 +238,8 @@ int NetInfoUILogic::getConfigData()
     return result;
 }
 
-void NetInfoUILogic::eraseCommonConfig(QString category, QVector<NetInfoConfig>& merged,
-                                       QVector<NetInfoConfig> edition)
+void NetInfoUILogic::eraseCommonConfig(
+    QString category, QVector<NetInfoConfig>& merged, QVector<NetInfoConfig> edition)
 {
     const auto inCategory = [&category](const NetInfoConfig& entry) { return entry.strCategory == category; };
     if (std::none_of(edition.cbegin(), edition.cend(), inCategory))

@@ -52,7 +52,7 @@ public:
 
 signals:
     void statisticsChanged(unsigned long ulUpSpeed, unsigned long ulDownSpeed, qulonglong ullUpData,
-                           qulonglong ullDownData, QString stringTime);
+        qulonglong ullDownData, QString stringTime);
 
 private:
     NetInfoUILogic() = default;

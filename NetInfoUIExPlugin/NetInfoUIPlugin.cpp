@@ -17,9 +17,13 @@ CNetInfoUIPlugin::CNetInfoUIPlugin()
 // The service outlives the shell: only OnDestroy() ends it.
 CNetInfoUIPlugin::~CNetInfoUIPlugin() = default;
 
-void CNetInfoUIPlugin::Release() {}
+void CNetInfoUIPlugin::Release()
+{ }
 
-int CNetInfoUIPlugin::GetLastError() { return 0; }
+int CNetInfoUIPlugin::GetLastError()
+{
+    return 0;
+}
 
 void CNetInfoUIPlugin::OnDestroy()
 {
@@ -40,15 +44,30 @@ int CNetInfoUIPlugin::Init()
     return m_pService ? m_pService->Init() : 0;
 }
 
-int CNetInfoUIPlugin::GetPluginType() { return 0; }
+int CNetInfoUIPlugin::GetPluginType()
+{
+    return 0;
+}
 
-QString CNetInfoUIPlugin::GetCLSID() { return QString(); }
+QString CNetInfoUIPlugin::GetCLSID()
+{
+    return QString();
+}
 
-int CNetInfoUIPlugin::GetVersion() { return 0; }
+int CNetInfoUIPlugin::GetVersion()
+{
+    return 0;
+}
 
-QString CNetInfoUIPlugin::GetPluginName() { return QStringLiteral("NetInfoUIPlugin"); }
+QString CNetInfoUIPlugin::GetPluginName()
+{
+    return QStringLiteral("NetInfoUIPlugin");
+}
 
-int CNetInfoUIPlugin::IsAllowRelease() { return 0; }
+int CNetInfoUIPlugin::IsAllowRelease()
+{
+    return 0;
+}
 
 bool CNetInfoUIPlugin::QueryInterface(int id, QObject** out)
 {
@@ -82,9 +101,15 @@ int CNetInfoUIPlugin::FitSize(QRect& rect)
     return m_pService ? m_pService->FitSize(rect) : 0;
 }
 
-int CNetInfoUIPlugin::IsReady() { return 1; }
+int CNetInfoUIPlugin::IsReady()
+{
+    return 1;
+}
 
-int CNetInfoUIPlugin::ChangeLang(const QString&) { return 0; }
+int CNetInfoUIPlugin::ChangeLang(const QString&)
+{
+    return 0;
+}
 
 int CNetInfoUIPlugin::Notify(unsigned int msg, unsigned int param1, unsigned int param2)
 {

@@ -6,29 +6,29 @@
 #define NETINFO_STR(x) NETINFO_STR2(x)
 
 #if defined(__x86_64__)
-#  define NETINFO_BUILD_ARCH "x86_64"
+#define NETINFO_BUILD_ARCH "x86_64"
 #elif defined(__aarch64__)
-#  define NETINFO_BUILD_ARCH "arm64"
+#define NETINFO_BUILD_ARCH "arm64"
 #elif defined(__i386__)
-#  define NETINFO_BUILD_ARCH "i386"
+#define NETINFO_BUILD_ARCH "i386"
 #elif defined(__arm__)
-#  define NETINFO_BUILD_ARCH "arm"
+#define NETINFO_BUILD_ARCH "arm"
 #else
-#  define NETINFO_BUILD_ARCH "unknown"
+#define NETINFO_BUILD_ARCH "unknown"
 #endif
 
 #if defined(__clang__)
-#  define NETINFO_BUILD_COMPILER "clang-" NETINFO_STR(__clang_major__)
+#define NETINFO_BUILD_COMPILER "clang-" NETINFO_STR(__clang_major__)
 #elif defined(__GNUC__)
-#  define NETINFO_BUILD_COMPILER "g++-" NETINFO_STR(__GNUC__)
+#define NETINFO_BUILD_COMPILER "g++-" NETINFO_STR(__GNUC__)
 #else
-#  define NETINFO_BUILD_COMPILER "unknown"
+#define NETINFO_BUILD_COMPILER "unknown"
 #endif
 
 #if defined(Q_OS_LINUX)
-#  define NETINFO_BUILD_OS "linux"
+#define NETINFO_BUILD_OS "linux"
 #else
-#  define NETINFO_BUILD_OS "unix"
+#define NETINFO_BUILD_OS "unix"
 #endif
 
 // Hosts from the Qt 4 era check a module against this text before they load

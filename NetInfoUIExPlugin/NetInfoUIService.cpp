@@ -80,7 +80,8 @@ int CNetInfoUIService::Init()
     m_pLogic = NetInfoUILogic::Instance();
     m_pSettingPlugin = NetInfoSettingUIPlugin::GetInstance();
     if (m_pSettingPlugin)
-        connect(this, &CNetInfoUIService::getXMLUnit, m_pSettingPlugin, &NetInfoSettingUIPlugin::ongetXMLUnit);
+        connect(
+            this, &CNetInfoUIService::getXMLUnit, m_pSettingPlugin, &NetInfoSettingUIPlugin::ongetXMLUnit);
 
     translateCachedLabels();
 
@@ -100,7 +101,7 @@ int CNetInfoUIService::Init()
     }
     if (m_pSettingPlugin)
         connect(m_pSettingPlugin, &NetInfoSettingUIPlugin::netInfoSettingsChanged, this,
-                &CNetInfoUIService::onNetInfoSettingsChanged);
+            &CNetInfoUIService::onNetInfoSettingsChanged);
 
     createMainWidget();
     createRightClickActions();
@@ -120,10 +121,11 @@ void CNetInfoUIService::translateCachedLabels()
 
 void CNetInfoUIService::rebuildRows()
 {
-    m_rows = view::TreeRows({m_strSpeed, m_strData, m_strTime, m_strUploaded, m_strDownloaded, m_strLastResetCaption},
-                            m_vecSpeedUnits, m_vecFluxUnits, [](unsigned long long value, const QVector<TagUnits>& units) {
-                                return CommonUtils::SpeedFluxToString(value, units, QStringLiteral("NetInfoUIExPlugin"));
-                            });
+    m_rows = view::TreeRows(
+        { m_strSpeed, m_strData, m_strTime, m_strUploaded, m_strDownloaded, m_strLastResetCaption },
+        m_vecSpeedUnits, m_vecFluxUnits, [](unsigned long long value, const QVector<TagUnits>& units) {
+            return CommonUtils::SpeedFluxToString(value, units, QStringLiteral("NetInfoUIExPlugin"));
+        });
 }
 
 int CNetInfoUIService::ShowWindow(QWidget* parent, QRect& rect)
@@ -247,12 +249,12 @@ void CNetInfoUIService::CreateNetInfoWidget()
         values[i] = new QLabel;
     }
 
-    static const char* const nameIds[6] = {
-        "StatisticsData_DurationName", "StatisticsData_UpSpeedName", "StatisticsData_DownloadspeedName",
-        "StatisticsData_DataSentName", "StatisticsData_DataReceivedName", "StatisticsData_TotalDataName"};
-    static const char* const valueIds[6] = {
-        "StatisticsData_Duration", "StatisticsData_UpSpeed", "StatisticsData_Downloadspeed",
-        "StatisticsData_DataSent", "StatisticsData_DataReceived", "StatisticsData_TotalData"};
+    static const char* const nameIds[6] = { "StatisticsData_DurationName", "StatisticsData_UpSpeedName",
+        "StatisticsData_DownloadspeedName", "StatisticsData_DataSentName", "StatisticsData_DataReceivedName",
+        "StatisticsData_TotalDataName" };
+    static const char* const valueIds[6]
+        = { "StatisticsData_Duration", "StatisticsData_UpSpeed", "StatisticsData_Downloadspeed",
+              "StatisticsData_DataSent", "StatisticsData_DataReceived", "StatisticsData_TotalData" };
     layout->setSpacing(5);
     for (int i = 0; i < 6; ++i) {
         names[i]->setObjectName(QLatin1String(nameIds[i]));
@@ -294,11 +296,12 @@ void CNetInfoUIService::CreateNetInfoWidget()
     IPluginContainer* container = Startup::GetPluginContainer();
     if (!container)
         return;
-    QObject* service = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
+    QObject* service
+        = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
     m_pNotifyService = qobject_cast<INotifyService*>(service);
     if (m_pNotifyService) {
         m_pNotifyService->Notify(QLatin1String(HostIds::StatusPanelTarget), HostIds::EventStatusPanel,
-                                 reinterpret_cast<quintptr>(panel), 0);
+            reinterpret_cast<quintptr>(panel), 0);
         m_bStatPanelHanded = true;
     }
 }
@@ -395,8 +398,8 @@ void CNetInfoUIService::OnDestroy()
     // Items of switched-off transfer rows never joined the tree, and the
     // limit area waits for the limit panel to adopt it: the widget tree
     // does not own them.
-    for (QTreeWidgetItem* item : {m_pTransferNode, m_pTransferTimeItem, m_pUploadNode, m_pUploadSpeedItem,
-                                  m_pUploadDataItem, m_pDownloadNode, m_pDownloadSpeedItem, m_pDownloadDataItem}) {
+    for (QTreeWidgetItem* item : { m_pTransferNode, m_pTransferTimeItem, m_pUploadNode, m_pUploadSpeedItem,
+             m_pUploadDataItem, m_pDownloadNode, m_pDownloadSpeedItem, m_pDownloadDataItem }) {
         if (item && !item->parent() && !item->treeWidget())
             delete item;
     }

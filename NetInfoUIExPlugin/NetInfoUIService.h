@@ -98,8 +98,8 @@ signals:
     void getXMLUnit(QString text);
 
 public slots:
-    void onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData,
-                             QString stringTime);
+    void onStatisticsChanged(
+        ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData, QString stringTime);
     void showTreeContextMenu(QPoint point);
     void expandAll();
     void collapseAll();
@@ -133,10 +133,10 @@ private:
     void showValueIcon(QTreeWidgetItem* item);
     void rebuildRows();
     void addPeriodNode(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* uploaded,
-                       QTreeWidgetItem* downloaded, const char* key, const char* icon, const char* labelKey,
-                       const QVector<TagUnits>& zeroUnits);
+        QTreeWidgetItem* downloaded, const char* key, const char* icon, const char* labelKey,
+        const QVector<TagUnits>& zeroUnits);
     void addTransferDirection(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* speedItem,
-                              QTreeWidgetItem* dataItem, const char* key, const char* icon, const char* labelKey);
+        QTreeWidgetItem* dataItem, const char* key, const char* icon, const char* labelKey);
     QString transferLabel();
     QString zeroValue(const QVector<TagUnits>& units);
 

@@ -17,10 +17,10 @@ void setLabel(QLabel* label, const QString& text)
     if (label)
         label->setText(text);
 }
-}
+} // namespace
 
-void CNetInfoUIService::onStatisticsChanged(ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData,
-                                            qulonglong ullDownData, QString stringTime)
+void CNetInfoUIService::onStatisticsChanged(
+    ulong ulUpSpeed, ulong ulDownSpeed, qulonglong ullUpData, qulonglong ullDownData, QString stringTime)
 {
     NETINFO_TRACE("%s: %s: %s: Entered", NetInfoLog::now().constData(), kSource, "onStatisticsChanged");
     if (!m_pLogic)
@@ -60,9 +60,11 @@ int CNetInfoUIService::updateStoredStatistics()
     NETINFO_TRACE("%s: %s: %s: Entered", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
     // Both ends are times of day, so the span never exceeds a day.
     const int historyKey = TimeOfDay::secsTo(GetBeforeNowThreeMonthlyTime(), QTime::currentTime());
-    if (!m_pDailyUploadedItem || !m_pDailyDownloadedItem || !m_pMonthlyUploadedItem || !m_pMonthlyDownloadedItem
-        || !m_pYearlyUploadedItem || !m_pYearlyDownloadedItem || !m_pLogic || !m_pLastResetItem) {
-        NETINFO_TRACE("%s: %s: %s: invalid args", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
+    if (!m_pDailyUploadedItem || !m_pDailyDownloadedItem || !m_pMonthlyUploadedItem
+        || !m_pMonthlyDownloadedItem || !m_pYearlyUploadedItem || !m_pYearlyDownloadedItem || !m_pLogic
+        || !m_pLastResetItem) {
+        NETINFO_TRACE(
+            "%s: %s: %s: invalid args", NetInfoLog::now().constData(), kSource, "updateStoredStatistics");
         return 23;
     }
 
@@ -74,7 +76,7 @@ int CNetInfoUIService::updateStoredStatistics()
         showStoredValues();
     else
         NETINFO_TRACE("%s: %s: %s: Not able to get the stats from the Logic", NetInfoLog::now().constData(),
-                      kSource, "updateStoredStatistics");
+            kSource, "updateStoredStatistics");
 
     UpdateNewPeriodTipInfo();
     UpdateTreeItems();
@@ -107,9 +109,12 @@ void CNetInfoUIService::showStoredValues()
         QTreeWidgetItem* item;
         view::Row row;
     } rows[] = {
-        {m_pDailyUploadedItem, view::RowDailyUploaded},     {m_pDailyDownloadedItem, view::RowDailyDownloaded},
-        {m_pMonthlyUploadedItem, view::RowMonthlyUploaded}, {m_pMonthlyDownloadedItem, view::RowMonthlyDownloaded},
-        {m_pYearlyUploadedItem, view::RowYearlyUploaded},   {m_pYearlyDownloadedItem, view::RowYearlyDownloaded},
+        { m_pDailyUploadedItem, view::RowDailyUploaded },
+        { m_pDailyDownloadedItem, view::RowDailyDownloaded },
+        { m_pMonthlyUploadedItem, view::RowMonthlyUploaded },
+        { m_pMonthlyDownloadedItem, view::RowMonthlyDownloaded },
+        { m_pYearlyUploadedItem, view::RowYearlyUploaded },
+        { m_pYearlyDownloadedItem, view::RowYearlyDownloaded },
     };
     for (const auto& row : rows) {
         showValueIcon(row.item);
@@ -135,7 +140,8 @@ void CNetInfoUIService::updateTransferStrings()
     }
 
     // Unit names are translated too, so the live values are formatted anew.
-    for (QTreeWidgetItem* item : {m_pUploadSpeedItem, m_pUploadDataItem, m_pDownloadSpeedItem, m_pDownloadDataItem}) {
+    for (QTreeWidgetItem* item :
+        { m_pUploadSpeedItem, m_pUploadDataItem, m_pDownloadSpeedItem, m_pDownloadDataItem }) {
         if (item)
             showValueIcon(item);
     }
@@ -153,11 +159,11 @@ void CNetInfoUIService::showLiveValues(quint64 totalData)
         QLabel* label;
         view::PanelValue value;
     } rows[] = {
-        {m_pUploadSpeedItem, view::RowUploadSpeed, m_pUpSpeedLabel, view::PanelUpSpeed},
-        {m_pUploadDataItem, view::RowUploadData, m_pDataSentLabel, view::PanelDataSent},
-        {m_pDownloadSpeedItem, view::RowDownloadSpeed, m_pDownSpeedLabel, view::PanelDownSpeed},
-        {m_pDownloadDataItem, view::RowDownloadData, m_pDataReceivedLabel, view::PanelDataReceived},
-        {m_pTransferTimeItem, view::RowTransferTime, m_pDurationLabel, view::PanelDuration},
+        { m_pUploadSpeedItem, view::RowUploadSpeed, m_pUpSpeedLabel, view::PanelUpSpeed },
+        { m_pUploadDataItem, view::RowUploadData, m_pDataSentLabel, view::PanelDataSent },
+        { m_pDownloadSpeedItem, view::RowDownloadSpeed, m_pDownSpeedLabel, view::PanelDownSpeed },
+        { m_pDownloadDataItem, view::RowDownloadData, m_pDataReceivedLabel, view::PanelDataReceived },
+        { m_pTransferTimeItem, view::RowTransferTime, m_pDurationLabel, view::PanelDuration },
     };
     for (const auto& row : rows) {
         if (!row.item)
@@ -195,7 +201,8 @@ void CNetInfoUIService::setSpeedLanguage()
 {
     if (!m_pStatPanel || !m_pDurationLabel || !m_pUpSpeedLabel || !m_pDownSpeedLabel || !m_pDataSentLabel
         || !m_pDataReceivedLabel || !m_pTotalDataLabel || !m_pDurationNameLabel || !m_pUpSpeedNameLabel
-        || !m_pDownSpeedNameLabel || !m_pDataSentNameLabel || !m_pDataReceivedNameLabel || !m_pTotalDataNameLabel)
+        || !m_pDownSpeedNameLabel || !m_pDataSentNameLabel || !m_pDataReceivedNameLabel
+        || !m_pTotalDataNameLabel)
         return;
     m_pDurationNameLabel->setText(tr(QStringLiteral("IDS_STA_DURATION")));
     m_pUpSpeedNameLabel->setText(tr(QStringLiteral("IDS_STA_UPSPEED")));

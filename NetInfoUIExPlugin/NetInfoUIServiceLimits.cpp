@@ -11,9 +11,9 @@
 namespace {
 const char kSource[] = "NetInfoUIExPlugin/NetInfoUIService";
 
-#define NETINFO_ARG_NULL(function) \
+#define NETINFO_ARG_NULL(function)                                                                           \
     NETINFO_TRACE("Arg is NULL: %s: %s: %s %d", NetInfoLog::now().constData(), kSource, function, __LINE__)
-}
+} // namespace
 
 QString CNetInfoUIService::limitSetting(const char* key) const
 {
@@ -25,7 +25,7 @@ void CNetInfoUIService::InitFluxData()
     // The data limit is entered in the flux table's second unit.
     if (m_vecFluxUnits.size() < 2) {
         NETINFO_WARN("%s: %s: the data unit table has %d entries; the limit's unit stays unnamed", kSource,
-                     "InitFluxData", int(m_vecFluxUnits.size()));
+            "InitFluxData", int(m_vecFluxUnits.size()));
         return;
     }
     const TagUnits& unit = m_vecFluxUnits.at(1);
@@ -61,7 +61,8 @@ void CNetInfoUIService::InitDataTimeVolLimit()
         NETINFO_ARG_NULL("InitDataTimeVolLimit");
         return;
     }
-    m_limits.loadLimits([this](const char* key) { return limitSetting(key); }, m_bDataVolumeLimit, m_bTimeVolumeLimit);
+    m_limits.loadLimits(
+        [this](const char* key) { return limitSetting(key); }, m_bDataVolumeLimit, m_bTimeVolumeLimit);
 }
 
 unsigned int CNetInfoUIService::OperationPersent(long double used)
@@ -121,13 +122,14 @@ void CNetInfoUIService::ShowWeekly()
 
 void CNetInfoUIService::ShowMonthly()
 {
-    showPeriod(&CNetInfoUIService::ShowMonthlyDataVolumeLimit, &CNetInfoUIService::ShowMonthlyTimeVolumeLimit);
+    showPeriod(
+        &CNetInfoUIService::ShowMonthlyDataVolumeLimit, &CNetInfoUIService::ShowMonthlyTimeVolumeLimit);
 }
 
 void CNetInfoUIService::ShowSpecHistroy()
 {
     showPeriod(&CNetInfoUIService::ShowSpecHistroyDataVolumeLimit,
-               &CNetInfoUIService::ShowSpecHistroyTimeVolumeLimit);
+        &CNetInfoUIService::ShowSpecHistroyTimeVolumeLimit);
 }
 
 void CNetInfoUIService::showPeriod(void (CNetInfoUIService::*data)(), void (CNetInfoUIService::*time)())
@@ -186,7 +188,8 @@ void CNetInfoUIService::ShowSpecHistroyTimeVolumeLimit()
 void CNetInfoUIService::showDataVolumeLimit(const NetInfoData& record)
 {
     const qint64 factor = m_vecFluxUnits.size() >= 2 ? m_vecFluxUnits.at(1).iValue : 0;
-    const unsigned int state = ShowDataColorPrompt(view::UsageLimitPolicy::fluxUnits(record.ullUpData + record.ullDownData, factor));
+    const unsigned int state = ShowDataColorPrompt(
+        view::UsageLimitPolicy::fluxUnits(record.ullUpData + record.ullDownData, factor));
     if (!m_pMainWidget) {
         NETINFO_ARG_NULL("showDataVolumeLimit");
         return;

@@ -22,7 +22,7 @@ void trace(const char* function, const char* what)
 {
     NETINFO_TRACE("%s: %s: %s: %s", NetInfoLog::now().constData(), kSource, function, what);
 }
-}
+} // namespace
 
 void CNetInfoUIService::createRightClickActions()
 {
@@ -96,10 +96,10 @@ void CNetInfoUIService::resetStatistics()
 void CNetInfoUIService::onResetButtonClicked()
 {
     trace("onResetButtonClicked", "called");
-    const int answer = CommonUtils::ShowMessage(
-        QMessageBox::Question, m_pMainWidget, tr(QStringLiteral("IDS_CONFIRM")), tr(QStringLiteral("IDS_RESET_QUERY")),
-        QStringLiteral("IDS_YES"), QStringLiteral("IDS_NO"), QString(), true,
-        Qt::Window | Qt::WindowTitleHint | Qt::CustomizeWindowHint, nullptr, QString(), true);
+    const int answer = CommonUtils::ShowMessage(QMessageBox::Question, m_pMainWidget,
+        tr(QStringLiteral("IDS_CONFIRM")), tr(QStringLiteral("IDS_RESET_QUERY")), QStringLiteral("IDS_YES"),
+        QStringLiteral("IDS_NO"), QString(), true, Qt::Window | Qt::WindowTitleHint | Qt::CustomizeWindowHint,
+        nullptr, QString(), true);
     if (answer != QMessageBox::Ok || !m_pLogic)
         return;
 

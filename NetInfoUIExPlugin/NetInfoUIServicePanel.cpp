@@ -23,7 +23,7 @@ QString redNote(const QString& text)
 {
     return QStringLiteral("<font color='red'>") + text + QStringLiteral("</font>");
 }
-}
+} // namespace
 
 void CNetInfoUIService::createVolumeLimitWidget()
 {
@@ -45,7 +45,7 @@ void CNetInfoUIService::createVolumeLimitWidget()
     if (!m_pLimitArea || !m_pLimitLayout || !m_pLimitRowLayout || !m_pLimitMsgLabel || !m_pResetButton
         || !m_pSetLimitButton || !m_pLeftLayout || !m_pLogic) {
         NETINFO_TRACE("%s: %s: %s: Memory not allocated for widget", NetInfoLog::now().constData(), kSource,
-                      "createVolumeLimitWidget");
+            "createVolumeLimitWidget");
         return;
     }
 
@@ -128,7 +128,8 @@ void CNetInfoUIService::onSetLimitButtonClicked()
 {
     // The host owns the settings dialog; the view only asks for its page.
     if (IPluginContainer* container = Startup::GetPluginContainer()) {
-        QObject* notify = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
+        QObject* notify
+            = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
         container->GetPlugin(QLatin1String(HostIds::SettingsTarget), HostIds::SettingsKind);
         if (notify)
             m_pNotifyService = qobject_cast<INotifyService*>(notify);
@@ -137,7 +138,8 @@ void CNetInfoUIService::onSetLimitButtonClicked()
         m_pNotifyService->Notify(QLatin1String(HostIds::SettingsTarget), HostIds::EventOpenSettings, 0, 0);
 }
 
-void CNetInfoUIService::onNetInfoSettingsChanged(int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds)
+void CNetInfoUIService::onNetInfoSettingsChanged(
+    int dataVolume, int timeVolume, bool warnBefore, bool warnExceeds)
 {
     m_limits.settings.dataLimit = static_cast<quint64>(static_cast<qint64>(dataVolume));
     m_iSettingDataVolume = dataVolume;

@@ -26,7 +26,7 @@ void logMissing(const char* function, const char* what)
 {
     NETINFO_TRACE("%s: %s: %s: %s", NetInfoLog::now().constData(), kSource, function, what);
 }
-}
+} // namespace
 
 // Each icon is read once per layout direction: re-reading it on every tick
 // would also hand the items a new icon each time.
@@ -39,15 +39,17 @@ QIcon CNetInfoUIService::treeIcon(const char* name)
     const QString key = QLatin1String(name);
     auto it = m_icons.constFind(key);
     if (it == m_icons.constEnd())
-        it = m_icons.insert(key, setIcon(CommonUtils::GetPluginLibraryPath()
-                                         + QStringLiteral("/plugins/NetInfoUIExPlugin/") + key));
+        it = m_icons.insert(key,
+            setIcon(
+                CommonUtils::GetPluginLibraryPath() + QStringLiteral("/plugins/NetInfoUIExPlugin/") + key));
     return *it;
 }
 
 QString CNetInfoUIService::transferLabel()
 {
     if (isPluginAvailable(QStringLiteral("WLanPlugin")))
-        return tr(QStringLiteral("IDS_DIALUP_TRANSFER")) + QLatin1Char(' ') + tr(QStringLiteral("IDS_TREE_TRANSFER"));
+        return tr(QStringLiteral("IDS_DIALUP_TRANSFER")) + QLatin1Char(' ')
+            + tr(QStringLiteral("IDS_TREE_TRANSFER"));
     return tr(QStringLiteral("IDS_TREE_TRANSFER"));
 }
 
@@ -97,7 +99,7 @@ void CNetInfoUIService::createLeftWidget()
     createVolumeLimitWidget();
 
     m_pSplitter->addWidget(m_pLeftWidget);
-    m_pSplitter->setSizes({365, 500});
+    m_pSplitter->setSizes({ 365, 500 });
 
     if (m_pResetButton || m_pSetLimitButton) {
         if (m_pResetButton) {
@@ -163,8 +165,8 @@ void CNetInfoUIService::addUpLoadWidgetStatisticsWidget()
     m_pUploadNode = new QTreeWidgetItem;
     m_pUploadSpeedItem = new QTreeWidgetItem;
     m_pUploadDataItem = new QTreeWidgetItem;
-    addTransferDirection("addUpLoadWidgetStatisticsWidget", m_pUploadNode, m_pUploadSpeedItem, m_pUploadDataItem,
-                         "TRANSFERUPLOAD", "Icon_02", "IDS_TREE_UPLOAD");
+    addTransferDirection("addUpLoadWidgetStatisticsWidget", m_pUploadNode, m_pUploadSpeedItem,
+        m_pUploadDataItem, "TRANSFERUPLOAD", "Icon_02", "IDS_TREE_UPLOAD");
 }
 
 void CNetInfoUIService::addDownLoadWidgetStatisticsWidget()
@@ -173,14 +175,14 @@ void CNetInfoUIService::addDownLoadWidgetStatisticsWidget()
     m_pDownloadSpeedItem = new QTreeWidgetItem;
     m_pDownloadDataItem = new QTreeWidgetItem;
     addTransferDirection("addDownLoadWidgetStatisticsWidget", m_pDownloadNode, m_pDownloadSpeedItem,
-                         m_pDownloadDataItem, "TRANSFERDOWNLOAD", "Icon_03", "IDS_TREE_DOWNLOAD");
+        m_pDownloadDataItem, "TRANSFERDOWNLOAD", "Icon_03", "IDS_TREE_DOWNLOAD");
 }
 
 // Upload and download are twins: a node with a speed and a data row, attached
 // only when its switch is on.
-void CNetInfoUIService::addTransferDirection(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* speedItem,
-                                             QTreeWidgetItem* dataItem, const char* key, const char* icon,
-                                             const char* labelKey)
+void CNetInfoUIService::addTransferDirection(const char* function, QTreeWidgetItem* node,
+    QTreeWidgetItem* speedItem, QTreeWidgetItem* dataItem, const char* key, const char* icon,
+    const char* labelKey)
 {
     if (!m_pTransferNode || !node || !speedItem || !dataItem || !m_pLogic) {
         logMissing(function, "Memory not allocated for widget");
@@ -229,7 +231,7 @@ void CNetInfoUIService::addStatisticsNodeComponets()
 
     // The speed table here is deliberate; the first refresh replaces it.
     addPeriodNode("addStatisticsNodeComponets", m_pDailyNode, m_pDailyUploadedItem, m_pDailyDownloadedItem,
-                  "STATISTICSDAILY", "Icon_06", "IDS_TREE_DAILY", m_vecSpeedUnits);
+        "STATISTICSDAILY", "Icon_06", "IDS_TREE_DAILY", m_vecSpeedUnits);
     addStatisticsMonthlyNode();
     addStatisticsYearlyNode();
 
@@ -243,8 +245,8 @@ void CNetInfoUIService::addStatisticsMonthlyNode()
     m_pMonthlyNode = new QTreeWidgetItem(m_pStatisticsNode);
     m_pMonthlyUploadedItem = new QTreeWidgetItem(m_pMonthlyNode);
     m_pMonthlyDownloadedItem = new QTreeWidgetItem(m_pMonthlyNode);
-    addPeriodNode("addStatisticsMonthlyNode", m_pMonthlyNode, m_pMonthlyUploadedItem, m_pMonthlyDownloadedItem,
-                  "STATISTICSMONTHLY", "Icon_07", "IDS_TREE_MONTHLY", m_vecFluxUnits);
+    addPeriodNode("addStatisticsMonthlyNode", m_pMonthlyNode, m_pMonthlyUploadedItem,
+        m_pMonthlyDownloadedItem, "STATISTICSMONTHLY", "Icon_07", "IDS_TREE_MONTHLY", m_vecFluxUnits);
 }
 
 void CNetInfoUIService::addStatisticsYearlyNode()
@@ -253,14 +255,14 @@ void CNetInfoUIService::addStatisticsYearlyNode()
     m_pYearlyUploadedItem = new QTreeWidgetItem(m_pYearlyNode);
     m_pYearlyDownloadedItem = new QTreeWidgetItem(m_pYearlyNode);
     addPeriodNode("addStatisticsYearlyNode", m_pYearlyNode, m_pYearlyUploadedItem, m_pYearlyDownloadedItem,
-                  "STATISTICSYEARLY", "Icon_08", "IDS_TREE_YEARLY", m_vecFluxUnits);
+        "STATISTICSYEARLY", "Icon_08", "IDS_TREE_YEARLY", m_vecFluxUnits);
 }
 
 // Today, month and year are alike: a node with an uploaded and a downloaded
 // row, hidden (but built, and refreshed) when its switch is off.
 void CNetInfoUIService::addPeriodNode(const char* function, QTreeWidgetItem* node, QTreeWidgetItem* uploaded,
-                                      QTreeWidgetItem* downloaded, const char* key, const char* icon,
-                                      const char* labelKey, const QVector<TagUnits>& zeroUnits)
+    QTreeWidgetItem* downloaded, const char* key, const char* icon, const char* labelKey,
+    const QVector<TagUnits>& zeroUnits)
 {
     if (!node || !uploaded || !downloaded || !m_pLogic) {
         logMissing(function, "InVal Args");
@@ -287,8 +289,8 @@ void CNetInfoUIService::addNoteInTree()
     }
     m_pSpacerItem = new QTreeWidgetItem(m_pTree);
     m_pNoteItem = new QTreeWidgetItem(m_pTree);
-    if (!m_pLimitArea || !m_pLimitMsgLabel || !m_pSpacerItem || !m_pNoteItem || !m_pLogic || !m_pStatisticsNode
-        || !m_pLastResetItem) {
+    if (!m_pLimitArea || !m_pLimitMsgLabel || !m_pSpacerItem || !m_pNoteItem || !m_pLogic
+        || !m_pStatisticsNode || !m_pLastResetItem) {
         logMissing("addNoteInTree", "Memory not allocated for widget");
         return;
     }

@@ -37,8 +37,8 @@ QColor CNetInfoUIService::progressColor(const QString& name) const
 void CNetInfoUIService::paintBar(LwProgressBar* bar, const view::LimitBar& state, const QString& text)
 {
     const QColor color = progressColor(QLatin1String(state.colorName));
-    const bool changed = bar->color() != color || bar->value() != state.value || bar->maximum() != state.maximum
-                         || bar->text() != text;
+    const bool changed = bar->color() != color || bar->value() != state.value
+        || bar->maximum() != state.maximum || bar->text() != text;
     if (!changed)
         return;
     bar->setColor(color);
@@ -52,8 +52,8 @@ unsigned int CNetInfoUIService::ShowDataColorPrompt(long double used)
 {
     const qint64 factor = m_vecFluxUnits.size() >= 2 ? m_vecFluxUnits.at(1).iValue : 0;
     const long double usedBytes = used * factor;
-    const QString text = CommonUtils::SpeedFluxToString(static_cast<unsigned long long>(usedBytes), m_vecFluxUnits,
-                                                        QStringLiteral("NetInfoUIExPlugin"));
+    const QString text = CommonUtils::SpeedFluxToString(
+        static_cast<unsigned long long>(usedBytes), m_vecFluxUnits, QStringLiteral("NetInfoUIExPlugin"));
     if (!m_pDataProgress || !featureConfig())
         return 0;
     const view::LimitBar bar = m_limits.dataBar(used, factor);
@@ -65,7 +65,7 @@ unsigned int CNetInfoUIService::ShowTimeColorPrompt(long double used)
 {
     // A time of day, so it wraps after 24 hours.
     const QString text = TimeOfDay::hoursMinutes(TimeOfDay::truncatedSeconds(used)) + QLatin1Char(' ')
-                         + tr(QStringLiteral("IDS_UNIT_HOURS"));
+        + tr(QStringLiteral("IDS_UNIT_HOURS"));
     if (!m_pTimeProgress || !featureConfig())
         return 0;
     const view::LimitBar bar = m_limits.timeBar(used);
@@ -85,7 +85,8 @@ void CNetInfoUIService::onSelectDisconnectDialup()
 {
     IPluginContainer* container = Startup::GetPluginContainer();
     if (container) {
-        QObject* notify = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
+        QObject* notify
+            = container->GetPlugin(QLatin1String(HostIds::NotifyServicePlugin), HostIds::NotifyServiceKind);
         container->GetPlugin(QLatin1String(HostIds::ConnectionTarget), HostIds::ConnectionKind);
         if (notify)
             m_pNotifyService = qobject_cast<INotifyService*>(notify);

@@ -9,7 +9,7 @@ qint64 msecsOrMidnight(const QTime& time)
 {
     return time.isValid() ? time.msecsSinceStartOfDay() : 0;
 }
-}
+} // namespace
 
 namespace TimeOfDay {
 

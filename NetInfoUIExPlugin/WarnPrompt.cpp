@@ -13,12 +13,11 @@ QString translated(const char* key)
 {
     return Change::tr(QLatin1String(key), QStringLiteral("NetInfoUIExPlugin"));
 }
-}
+} // namespace
 
 WarnPrompt::WarnPrompt(QObject* parent)
     : QObject(parent)
-{
-}
+{ }
 
 WarnPrompt::~WarnPrompt()
 {

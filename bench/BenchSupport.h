@@ -35,8 +35,7 @@ private:
 };
 
 // Median in microseconds of `runs` calls of `work`.
-template<class Work>
-double medianMicroseconds(int runs, Work&& work)
+template <class Work> double medianMicroseconds(int runs, Work&& work)
 {
     std::vector<double> samples;
     samples.reserve(runs);
@@ -66,7 +65,7 @@ inline BenchTiming benchTiming(std::vector<double> samples)
         std::nth_element(samples.begin(), samples.begin() + index, samples.end());
         return samples[index];
     };
-    return {at(0.5), at(0.9)};
+    return { at(0.5), at(0.9) };
 }
 
 // The one line every benchmark ends with; the ratio sets the median against
@@ -74,8 +73,9 @@ inline BenchTiming benchTiming(std::vector<double> samples)
 inline void printBenchLine(const QString& name, const BenchTiming& timing, double floor)
 {
     QTextStream(stdout) << name << ": median " << QString::number(timing.median, 'f', 1) << " us, p90 "
-                        << QString::number(timing.p90, 'f', 1) << " us, floor " << QString::number(floor, 'f', 1)
-                        << " us, ratio " << QString::number(floor > 0 ? timing.median / floor : 0, 'f', 2) << '\n';
+                        << QString::number(timing.p90, 'f', 1) << " us, floor "
+                        << QString::number(floor, 'f', 1) << " us, ratio "
+                        << QString::number(floor > 0 ? timing.median / floor : 0, 'f', 2) << '\n';
 }
 
 // Microseconds since `start`.

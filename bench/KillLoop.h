@@ -29,7 +29,10 @@ constexpr qint64 kBytesPerMs = 1000;
 constexpr int kIntervalMs = 20;
 constexpr qint64 kCommitIntervalMs = 100;
 
-inline QString databasePath(const QString& root) { return root + QStringLiteral("/data/usage.sqlite"); }
+inline QString databasePath(const QString& root)
+{
+    return root + QStringLiteral("/data/usage.sqlite");
+}
 
 // Replaced in one rename, so the recorder never reads half a file.
 inline bool put(const QString& root, const char* relative, const QByteArray& content)
@@ -43,8 +46,9 @@ inline bool put(const QString& root, const char* relative, const QByteArray& con
 
 inline bool writeCounters(const QString& root, quint64 received)
 {
-    const QByteArray dev = "Inter-|   Receive |  Transmit\n face |bytes packets|bytes\n wwan0: "
-        + QByteArray::number(received) + " 1 0 0 0 0 0 0 " + QByteArray::number(received / 10) + " 1 0 0 0 0 0 0\n";
+    const QByteArray dev
+        = "Inter-|   Receive |  Transmit\n face |bytes packets|bytes\n wwan0: " + QByteArray::number(received)
+        + " 1 0 0 0 0 0 0 " + QByteArray::number(received / 10) + " 1 0 0 0 0 0 0\n";
     return put(root, "self/net/dev", dev);
 }
 
@@ -52,13 +56,13 @@ inline bool writeCounters(const QString& root, quint64 received)
 inline int record(const QString& root)
 {
     velt::LinuxOptions options;
-    options.interfaceNames = {QStringLiteral("wwan0")};
+    options.interfaceNames = { QStringLiteral("wwan0") };
     options.role = velt::RecordingRole::Recorder;
     options.databasePath = databasePath(root);
     options.settingsPath = root + QStringLiteral("/netinfo-host.conf");
     options.procRoot = root;
     options.sysRoot = root + QStringLiteral("/sysfs");
-    options.linkState = [](const QString&) { return velt::LinkState{true, true, true, true, 2}; };
+    options.linkState = [](const QString&) { return velt::LinkState { true, true, true, true, 2 }; };
     options.interval = std::chrono::milliseconds(kIntervalMs);
     options.commitIntervalMs = kCommitIntervalMs;
     velt::LinuxBackend backend(options);
@@ -115,7 +119,7 @@ inline Result run(const QString& program, const QString& root, int runs, int max
     for (int i = 0; i < runs; ++i) {
         QProcess child;
         child.setStandardErrorFile(QProcess::nullDevice());
-        child.start(program, {QStringLiteral("--record"), root});
+        child.start(program, { QStringLiteral("--record"), root });
         if (!child.waitForReadyRead(20000)) {
             ++result.notStarted;
             child.kill();

@@ -27,8 +27,7 @@ struct Timing
     double p90 = 0;
 };
 
-template<class Work>
-Timing measure(int runs, Work&& work)
+template <class Work> Timing measure(int runs, Work&& work)
 {
     std::vector<double> samples;
     samples.reserve(runs);
@@ -39,11 +38,17 @@ Timing measure(int runs, Work&& work)
         samples.push_back(std::chrono::duration<double, std::micro>(end - start).count());
     }
     std::sort(samples.begin(), samples.end());
-    return {samples[samples.size() / 2], samples[samples.size() * 9 / 10]};
+    return { samples[samples.size() / 2], samples[samples.size() * 9 / 10] };
 }
 
-double upSpeed(int i) { return 40 + 35 * std::sin(i / 9.0); }
-double downSpeed(int i) { return 150 + 120 * std::sin(i / 23.0); }
+double upSpeed(int i)
+{
+    return 40 + 35 * std::sin(i / 9.0);
+}
+double downSpeed(int i)
+{
+    return 150 + 120 * std::sin(i / 23.0);
+}
 
 } // namespace
 
@@ -70,7 +75,6 @@ int main(int argc, char* argv[])
         int sample = 0;
         for (; sample < kPoints; ++sample)
             graph.DrawGraph(upSpeed(sample), downSpeed(sample));
-
 
         QImage target(size, QImage::Format_ARGB32_Premultiplied);
         const auto frame = [&](int) {
@@ -106,7 +110,8 @@ int main(int argc, char* argv[])
             floorRound[round] = measure(paints / 5 + 1, bare);
         }
         const auto middle = [](Timing* rounds) {
-            std::sort(rounds, rounds + 5, [](const Timing& a, const Timing& b) { return a.median < b.median; });
+            std::sort(
+                rounds, rounds + 5, [](const Timing& a, const Timing& b) { return a.median < b.median; });
             return rounds[2];
         };
         graphTiming = middle(graphRound);

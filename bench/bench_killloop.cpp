@@ -28,13 +28,14 @@ int main(int argc, char* argv[])
     const int runs = argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : 1000;
     QTemporaryDir dir;
     const killloop::Result result = killloop::run(QCoreApplication::applicationFilePath(), dir.path(), runs);
-    std::printf("%d kills (%d recorders did not start), %d integrity failures, %d totals went backwards, largest loss "
+    std::printf("%d kills (%d recorders did not start), %d integrity failures, %d totals went backwards, "
+                "largest loss "
                 "%lld ms (commit interval %lld ms, sampling %d ms)\n",
-                result.runs, result.notStarted, result.integrityFailures, result.wentBackwards, result.maxLossMs,
-                killloop::kCommitIntervalMs, killloop::kIntervalMs);
+        result.runs, result.notStarted, result.integrityFailures, result.wentBackwards, result.maxLossMs,
+        killloop::kCommitIntervalMs, killloop::kIntervalMs);
     const double median = percentile(result.readUs, 0.5);
     const double floor = percentile(result.floorUs, 0.5);
     std::printf("bench_killloop: median %.1f us, p90 %.1f us, floor %.1f us, ratio %.1f\n", median,
-                percentile(result.readUs, 0.9), floor, floor > 0 ? median / floor : 0.0);
+        percentile(result.readUs, 0.9), floor, floor > 0 ? median / floor : 0.0);
     return result.integrityFailures == 0 && result.wentBackwards == 0 && result.runs == runs ? 0 : 1;
 }

@@ -24,14 +24,14 @@ double percentile(std::vector<double> samples, double p)
     return samples[index];
 }
 
-template<class Work>
-std::vector<double> timed(int runs, Work&& work)
+template <class Work> std::vector<double> timed(int runs, Work&& work)
 {
     std::vector<double> samples;
     for (int i = 0; i < runs; ++i) {
         const auto start = std::chrono::steady_clock::now();
         work(i);
-        samples.push_back(std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count());
+        samples.push_back(
+            std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count());
     }
     return samples;
 }
@@ -40,8 +40,9 @@ QString line(const char* name, const std::vector<double>& samples, double floor)
 {
     const double median = percentile(samples, 0.5);
     return QStringLiteral("%1: median %2 us, p90 %3 us, floor %4 us, ratio %5")
-        .arg(QLatin1String(name), QString::number(median, 'f', 1), QString::number(percentile(samples, 0.9), 'f', 1),
-             QString::number(floor, 'f', 1), QString::number(median / floor, 'f', 1));
+        .arg(QLatin1String(name), QString::number(median, 'f', 1),
+            QString::number(percentile(samples, 0.9), 'f', 1), QString::number(floor, 'f', 1),
+            QString::number(median / floor, 'f', 1));
 }
 } // namespace
 
@@ -57,8 +58,10 @@ int main(int argc, char* argv[])
         velt::UsageLedger ledger(path);
         ledger.open(start);
         for (qint64 t = start; t < end; t += velt::UsageLedger::BucketSeconds) {
-            ledger.add({QStringLiteral("wwan0"), QStringLiteral("Provider")}, t, {quint64(t % 7919) * 100, 4000, 900000});
-            ledger.add({QStringLiteral("wlan0"), QStringLiteral("Hotspot")}, t, {quint64(t % 104729), 800, 450000});
+            ledger.add({ QStringLiteral("wwan0"), QStringLiteral("Provider") }, t,
+                { quint64(t % 7919) * 100, 4000, 900000 });
+            ledger.add({ QStringLiteral("wlan0"), QStringLiteral("Hotspot") }, t,
+                { quint64(t % 104729), 800, 450000 });
         }
         if (!ledger.commit()) {
             QTextStream(stderr) << "bench_ledger: cannot write " << path << "\n";
@@ -73,7 +76,8 @@ int main(int argc, char* argv[])
     const qint64 year = QDate(now.date().year(), 1, 1).startOfDay().toSecsSinceEpoch();
     quint64 sink = 0;
     auto sums = [&](qint64 from) {
-        return timed(runs, [&](int i) { sink += ledger.total(from, end + i * velt::UsageLedger::BucketSeconds).received; });
+        return timed(runs,
+            [&](int i) { sink += ledger.total(from, end + i * velt::UsageLedger::BucketSeconds).received; });
     };
     const std::vector<double> todaySums = sums(today);
     const std::vector<double> monthSums = sums(month);
@@ -84,7 +88,8 @@ int main(int argc, char* argv[])
     db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
     db.open();
     QSqlQuery row(db);
-    row.prepare(QStringLiteral("SELECT received FROM usage WHERE interface = 'wwan0' AND connection = 'Provider' AND bucket = ?"));
+    row.prepare(QStringLiteral(
+        "SELECT received FROM usage WHERE interface = 'wwan0' AND connection = 'Provider' AND bucket = ?"));
     const std::vector<double> floor = timed(runs, [&](int i) {
         row.bindValue(0, start + (i * 37 % 30000) * velt::UsageLedger::BucketSeconds);
         row.exec();

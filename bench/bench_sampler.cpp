@@ -32,17 +32,21 @@ namespace {
 QList<int> threadIds()
 {
     QList<int> ids;
-    for (const QString& name : QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+    for (const QString& name :
+        QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         ids.append(name.toInt());
     return ids;
 }
 
 // The kernel's CPU clock of one thread of this process (what pthread_getcpuclockid returns).
-clockid_t threadClock(int tid) { return clockid_t((~unsigned(tid) << 3) | 6); }
+clockid_t threadClock(int tid)
+{
+    return clockid_t((~unsigned(tid) << 3) | 6);
+}
 
 qint64 nanoseconds(clockid_t clock)
 {
-    timespec t{};
+    timespec t {};
     clock_gettime(clock, &t);
     return qint64(t.tv_sec) * 1000000000 + t.tv_nsec;
 }
@@ -69,7 +73,7 @@ int newThread(const QList<int>& before)
 // Port 9 on lo: nothing listens, the bytes still cross the interface.
 sockaddr_in discardAddress()
 {
-    sockaddr_in to{};
+    sockaddr_in to {};
     to.sin_family = AF_INET;
     to.sin_port = htons(9);
     to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -102,7 +106,7 @@ int main(int argc, char* argv[])
     velt::LinuxOptions options;
     options.databasePath = dir.filePath(QStringLiteral("usage.sqlite"));
     options.settingsPath = dir.filePath(QStringLiteral("netinfo-host.conf"));
-    options.interfaceNames = {QStringLiteral("lo")};
+    options.interfaceNames = { QStringLiteral("lo") };
     options.role = velt::RecordingRole::Recorder;
 
     const QList<int> before = threadIds();
@@ -121,7 +125,7 @@ int main(int argc, char* argv[])
     std::mutex mutex;
     std::condition_variable wake;
     bool done = false;
-    clockid_t idleClock{};
+    clockid_t idleClock {};
     std::thread idle([&] {
         std::unique_lock lock(mutex);
         auto next = std::chrono::steady_clock::now();
@@ -139,7 +143,8 @@ int main(int argc, char* argv[])
     qint64 idleLast = nanoseconds(idleClock);
     for (int i = 0; i < seconds; ++i) {
         for (int n = 0; n <= i % 5; ++n)
-            sendto(out, payload.constData(), size_t(payload.size()), 0, reinterpret_cast<const sockaddr*>(&to), sizeof to);
+            sendto(out, payload.constData(), size_t(payload.size()), 0,
+                reinterpret_cast<const sockaddr*>(&to), sizeof to);
         std::this_thread::sleep_for(std::chrono::seconds(1));
         const qint64 now = nanoseconds(clock);
         perSecond.push_back((now - last) / 1000.0);
@@ -164,8 +169,9 @@ int main(int argc, char* argv[])
     const double floorMedian = percentile(floor, 0.5);
     QTextStream(stdout) << "a thread that only wakes once a second: median "
                         << QString::number(percentile(idlePerSecond, 0.5), 'f', 1) << " us CPU per second\n";
-    QTextStream(stdout) << "sampler CPU per second (" << seconds << " s on lo): median " << QString::number(median, 'f', 1)
-                        << " us, p90 " << QString::number(percentile(perSecond, 0.9), 'f', 1) << " us, floor "
+    QTextStream(stdout) << "sampler CPU per second (" << seconds << " s on lo): median "
+                        << QString::number(median, 'f', 1) << " us, p90 "
+                        << QString::number(percentile(perSecond, 0.9), 'f', 1) << " us, floor "
                         << QString::number(floorMedian, 'f', 2) << " us, ratio "
                         << QString::number(median / floorMedian, 'f', 1) << "\n";
     return 0;

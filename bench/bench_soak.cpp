@@ -26,7 +26,7 @@
 namespace {
 
 constexpr qint64 kMinute = 60;
-constexpr int kKinds[] = {VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR};
+constexpr int kKinds[] = { VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR };
 
 qint64 residentKiB()
 {
@@ -41,9 +41,9 @@ qint64 residentKiB()
 std::array<qint64, 4> periodStarts(qint64 seconds)
 {
     const QDate day = QDateTime::fromSecsSinceEpoch(seconds).date();
-    const QDate starts[] = {day, day.addDays(-(day.dayOfWeek() % 7)), QDate(day.year(), day.month(), 1),
-                            QDate(day.year(), 1, 1)};
-    std::array<qint64, 4> result{};
+    const QDate starts[] = { day, day.addDays(-(day.dayOfWeek() % 7)), QDate(day.year(), day.month(), 1),
+        QDate(day.year(), 1, 1) };
+    std::array<qint64, 4> result {};
     for (int i = 0; i < 4; ++i)
         result[size_t(i)] = starts[i].startOfDay().toSecsSinceEpoch();
     return result;
@@ -75,18 +75,17 @@ int main(int argc, char* argv[])
     const qint64 begin = QDateTime(QDate(2026, 12, 26), QTime(0, 0)).toSecsSinceEpoch();
     qint64 now = begin;
 
-
     QTemporaryDir proc;
     killloop::put(proc.path(), "sys/kernel/random/boot_id", "soak-boot");
     killloop::writeCounters(proc.path(), 0);
     velt::LinuxOptions options;
-    options.interfaceNames = {QStringLiteral("wwan0")};
+    options.interfaceNames = { QStringLiteral("wwan0") };
     options.databasePath = proc.path() + QStringLiteral("/data/usage.sqlite");
     options.settingsPath = proc.path() + QStringLiteral("/netinfo-host.conf");
     options.procRoot = proc.path();
     options.sysRoot = proc.path() + QStringLiteral("/sysfs");
     options.interval = std::chrono::milliseconds(0);
-    options.linkState = [](const QString&) { return velt::LinkState{true, true, true, true, 2}; };
+    options.linkState = [](const QString&) { return velt::LinkState { true, true, true, true, 2 }; };
     options.wallClockMs = [&now] { return now * 1000; };
     options.monotonicMs = [&now, begin] { return (now - begin) * 1000 + 100000; };
     velt::LinuxBackend linux(options);
@@ -110,7 +109,7 @@ int main(int argc, char* argv[])
     const auto languages = HostOptions::languages();
 
     std::vector<std::pair<qint64, quint64>> minutes; // sample time, bytes received
-    std::array<quint64, 4> simulatedPeriods{};      // today, week, month, year
+    std::array<quint64, 4> simulatedPeriods {}; // today, week, month, year
     std::array<qint64, 4> lastStarts = periodStarts(now);
     quint64 counter = 0;
     quint64 liveReceived = 0;
@@ -140,9 +139,10 @@ int main(int argc, char* argv[])
         const auto start = std::chrono::steady_clock::now();
         killloop::writeCounters(proc.path(), counter);
         linux.tickNow();
-        simulated->setReport(VELT_REPORT_LIVE, {liveReceived, liveReceived / 10, quint32(bytes / 60), quint32(bytes / 600), i * kMinute, 0});
+        simulated->setReport(VELT_REPORT_LIVE,
+            { liveReceived, liveReceived / 10, quint32(bytes / 60), quint32(bytes / 600), i * kMinute, 0 });
         for (size_t p = 0; p < 4; ++p)
-            simulated->setReport(kKinds[p], {simulatedPeriods[p], simulatedPeriods[p] / 10, 0, 0, 0, 0});
+            simulated->setReport(kKinds[p], { simulatedPeriods[p], simulatedPeriods[p] / 10, 0, 0, 0, 0 });
         simulated->tick();
         QCoreApplication::processEvents();
         const double took = elapsedMicroseconds(start);
@@ -162,9 +162,9 @@ int main(int argc, char* argv[])
                 if (record.bytesReceived != expected) {
                     ++mismatches;
                     std::fprintf(stderr, "bench_soak: %s, kind %d: %llu booked, %llu expected\n",
-                                 qPrintable(QDateTime::fromSecsSinceEpoch(now).toString(Qt::ISODate)), kKinds[p],
-                                 static_cast<unsigned long long>(record.bytesReceived),
-                                 static_cast<unsigned long long>(expected));
+                        qPrintable(QDateTime::fromSecsSinceEpoch(now).toString(Qt::ISODate)), kKinds[p],
+                        static_cast<unsigned long long>(record.bytesReceived),
+                        static_cast<unsigned long long>(expected));
                 }
             }
         }
@@ -193,10 +193,11 @@ int main(int argc, char* argv[])
             file.readAll();
         floor.push_back(elapsedMicroseconds(start));
     }
-    std::printf("%d simulated days, %d ticks, %d settings saves, %d language switches, %d period mismatches\n", days,
-                total, saves, switches, mismatches);
-    std::printf("RSS after day 1: %lld KiB, at the end: %lld KiB; slowest tick %.0f us at %s\n", rssDayOne, rssEnd,
-                slowest, qPrintable(QDateTime::fromSecsSinceEpoch(slowestAt).toString(Qt::ISODate)));
+    std::printf(
+        "%d simulated days, %d ticks, %d settings saves, %d language switches, %d period mismatches\n", days,
+        total, saves, switches, mismatches);
+    std::printf("RSS after day 1: %lld KiB, at the end: %lld KiB; slowest tick %.0f us at %s\n", rssDayOne,
+        rssEnd, slowest, qPrintable(QDateTime::fromSecsSinceEpoch(slowestAt).toString(Qt::ISODate)));
     std::printf("RSS at the end of each day (KiB): %s\n", qPrintable(rssByDay.join(QLatin1Char(' '))));
     std::fflush(stdout);
     printBenchLine(QStringLiteral("bench_soak"), benchTiming(ticks), benchTiming(floor).median);

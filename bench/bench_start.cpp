@@ -33,15 +33,17 @@ double runOnce(const QString& home, const QStringList& arguments)
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), home + QStringLiteral("/run"));
     env.remove(QStringLiteral("NETINFO_LIBRARY_PATH"));
     QDir().mkpath(home + QStringLiteral("/run"));
-    QFile::setPermissions(home + QStringLiteral("/run"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QFile::setPermissions(home + QStringLiteral("/run"),
+        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     process.setProcessEnvironment(env);
     process.setProcessChannelMode(QProcess::SeparateChannels);
     QElapsedTimer timer;
     timer.start();
     process.start(kApp, arguments);
-    if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        QTextStream(stderr) << "bench_start: " << kApp << ' ' << arguments.join(QLatin1Char(' ')) << " failed: "
-                            << process.readAllStandardError() << '\n';
+    if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit
+        || process.exitCode() != 0) {
+        QTextStream(stderr) << "bench_start: " << kApp << ' ' << arguments.join(QLatin1Char(' '))
+                            << " failed: " << process.readAllStandardError() << '\n';
         return -1;
     }
     return timer.nsecsElapsed() / 1000.0;
@@ -56,8 +58,9 @@ bool fillYear(const QString& path)
         db.setDatabaseName(path);
         if (db.open() && db.transaction()) {
             QSqlQuery query(db);
-            query.prepare(QStringLiteral("INSERT OR REPLACE INTO usage (interface, bucket, received, sent, connected_ms)"
-                                         " VALUES ('lo', ?, ?, ?, 900000)"));
+            query.prepare(QStringLiteral(
+                "INSERT OR REPLACE INTO usage (interface, bucket, received, sent, connected_ms)"
+                " VALUES ('lo', ?, ?, ?, 900000)"));
             const qint64 now = QDateTime::currentSecsSinceEpoch() / 900 * 900;
             ok = true;
             for (qint64 bucket = now - 365LL * 86400; ok && bucket <= now; bucket += 900) {
@@ -69,7 +72,8 @@ bool fillYear(const QString& path)
             ok = db.commit() && ok;
         }
         if (!ok)
-            QTextStream(stderr) << "bench_start: cannot fill " << path << ": " << db.lastError().text() << '\n';
+            QTextStream(stderr) << "bench_start: cannot fill " << path << ": " << db.lastError().text()
+                                << '\n';
     }
     QSqlDatabase::removeDatabase(QStringLiteral("bench_start"));
     return ok;
@@ -77,20 +81,21 @@ bool fillYear(const QString& path)
 
 QString findLedger(const QString& dir)
 {
-    QDirIterator it(dir, {QStringLiteral("usage.sqlite")}, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator it(dir, { QStringLiteral("usage.sqlite") }, QDir::Files, QDirIterator::Subdirectories);
     return it.hasNext() ? it.next() : QString();
 }
 
 // Times `runs` starts; `prepare` readies each fresh home.
-std::vector<double> measure(const QTemporaryDir& root, const QString& name, int runs, const QStringList& arguments,
-                            const std::function<void(const QString&)>& prepare = {})
+std::vector<double> measure(const QTemporaryDir& root, const QString& name, int runs,
+    const QStringList& arguments, const std::function<void(const QString&)>& prepare = {})
 {
     std::vector<double> samples;
     for (int i = 0; i < runs; ++i) {
         const QString home = root.path() + QLatin1Char('/') + name + QString::number(i);
         if (prepare)
             prepare(home);
-        const double us = runOnce(home, arguments + QStringList{QStringLiteral("--screenshot"), home + QStringLiteral("/shot.png")});
+        const double us = runOnce(home,
+            arguments + QStringList { QStringLiteral("--screenshot"), home + QStringLiteral("/shot.png") });
         if (us < 0)
             return {};
         samples.push_back(us);
@@ -102,7 +107,8 @@ void report(const QString& name, const std::vector<double>& samples, double floo
 {
     if (samples.empty())
         return;
-    QTextStream(stdout) << name << ": worst " << QString::number(*std::max_element(samples.begin(), samples.end()), 'f', 1)
+    QTextStream(stdout) << name << ": worst "
+                        << QString::number(*std::max_element(samples.begin(), samples.end()), 'f', 1)
                         << " us over " << samples.size() << " runs\n";
     printBenchLine(name, benchTiming(samples), floor);
 }
@@ -114,11 +120,11 @@ int main(int argc, char* argv[])
     QCoreApplication app(argc, argv);
     const int runs = argc > 1 ? std::max(1, QString::fromLocal8Bit(argv[1]).toInt()) : 20;
     QTemporaryDir root;
-    const QStringList quit{QStringLiteral("--quit-after"), QStringLiteral("0")};
+    const QStringList quit { QStringLiteral("--quit-after"), QStringLiteral("0") };
 
     std::vector<double> floors;
     for (int i = 0; i < runs; ++i) {
-        const double us = runOnce(root.path() + QStringLiteral("/floor"), {QStringLiteral("--help")});
+        const double us = runOnce(root.path() + QStringLiteral("/floor"), { QStringLiteral("--help") });
         if (us >= 0)
             floors.push_back(us);
     }
@@ -126,8 +132,10 @@ int main(int argc, char* argv[])
 
     // A first run makes the ledger the year is written into.
     const QString seed = root.path() + QStringLiteral("/seed");
-    const QStringList onLo = quit + QStringList{QStringLiteral("--interface"), QStringLiteral("lo")};
-    if (runOnce(seed, onLo + QStringList{QStringLiteral("--screenshot"), seed + QStringLiteral("/shot.png")}) < 0)
+    const QStringList onLo = quit + QStringList { QStringLiteral("--interface"), QStringLiteral("lo") };
+    if (runOnce(
+            seed, onLo + QStringList { QStringLiteral("--screenshot"), seed + QStringLiteral("/shot.png") })
+        < 0)
         return 1;
     const QString ledger = findLedger(seed);
     const QString year = root.path() + QStringLiteral("/year.sqlite");
@@ -137,13 +145,17 @@ int main(int argc, char* argv[])
     }
     const QString ledgerPath = QDir(seed).relativeFilePath(ledger);
 
-    report(QStringLiteral("start_simulated"), measure(root, QStringLiteral("sim"), runs, quit + QStringList{QStringLiteral("--simulate")}), floor);
+    report(QStringLiteral("start_simulated"),
+        measure(root, QStringLiteral("sim"), runs, quit + QStringList { QStringLiteral("--simulate") }),
+        floor);
     report(QStringLiteral("start_empty_ledger"), measure(root, QStringLiteral("empty"), runs, onLo), floor);
-    report(QStringLiteral("start_year_ledger"), measure(root, QStringLiteral("year"), runs, onLo, [&](const QString& home) {
-               const QString target = home + QLatin1Char('/') + ledgerPath;
-               QDir().mkpath(QFileInfo(target).path());
-               QFile::copy(year, target);
-           }),
-           floor);
+    report(QStringLiteral("start_year_ledger"),
+        measure(root, QStringLiteral("year"), runs, onLo,
+            [&](const QString& home) {
+                const QString target = home + QLatin1Char('/') + ledgerPath;
+                QDir().mkpath(QFileInfo(target).path());
+                QFile::copy(year, target);
+            }),
+        floor);
     return 0;
 }

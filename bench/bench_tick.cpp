@@ -57,7 +57,8 @@ double formattingFloor(int ticks)
     for (int i = 0; i < ticks; ++i) {
         const auto start = std::chrono::steady_clock::now();
         for (int f = 0; f < 11; ++f)
-            sink = CommonUtils::SpeedFluxToString(quint64(i) * 1237 + quint64(f) * 1000003, f < 2 ? speed : flux, module);
+            sink = CommonUtils::SpeedFluxToString(
+                quint64(i) * 1237 + quint64(f) * 1000003, f < 2 ? speed : flux, module);
         samples.push_back(elapsedMicroseconds(start));
     }
     return benchTiming(samples).median;
@@ -83,7 +84,7 @@ double paintFloor(int ticks)
             const QRect strip(30, 8 + row * 16, 220, 16);
             painter.fillRect(strip, Qt::white);
             painter.drawText(strip, Qt::AlignLeft | Qt::AlignVCenter,
-                             QStringLiteral("Received: %1.%2 MB").arg(row * 37 + i).arg(i % 100));
+                QStringLiteral("Received: %1.%2 MB").arg(row * 37 + i).arg(i % 100));
         }
         painter.fillRect(QRect(300, 270, 360, 140), Qt::white);
         painter.drawPolyline(up);
@@ -132,7 +133,8 @@ void run(const QString& name, const Driver& driver, int ticks)
     const double formatting = formattingFloor(ticks);
     const double painting = paintFloor(ticks);
     printBenchLine(QStringLiteral("tick_handler_%1").arg(name), benchTiming(handler), formatting);
-    printBenchLine(QStringLiteral("tick_end_to_end_%1").arg(name), benchTiming(endToEnd), formatting + painting);
+    printBenchLine(
+        QStringLiteral("tick_end_to_end_%1").arg(name), benchTiming(endToEnd), formatting + painting);
 
     service->unSDKRegisterEvent();
     CNetInfoUIService::Destroy();
@@ -163,14 +165,14 @@ int main(int argc, char* argv[])
     backend->setConnected(true);
     // The handler's own time includes the tick: the simulated SDK calls back on this thread.
     run(QStringLiteral("simulated"),
-        {[backend](int i) {
+        { [backend](int i) {
              backend->setReport(VELT_REPORT_LIVE, figures(0, i));
              backend->setReport(VELT_REPORT_TODAY, figures(50000000, i));
              backend->setReport(VELT_REPORT_WEEK, figures(300000000, i));
              backend->setReport(VELT_REPORT_MONTH, figures(900000000, i));
              backend->setReport(VELT_REPORT_YEAR, figures(9000000000ull, i));
          },
-         [backend] { backend->tick(); }},
+            [backend] { backend->tick(); } },
         ticks);
 
     if (!QFileInfo(QStringLiteral("/proc/net/dev")).isReadable()) {
@@ -179,14 +181,14 @@ int main(int argc, char* argv[])
     }
     // Datagrams to a closed port on lo move its counters between ticks.
     const int sock = ::socket(AF_INET, SOCK_DGRAM, 0);
-    sockaddr_in target{};
+    sockaddr_in target {};
     target.sin_family = AF_INET;
     target.sin_port = htons(9);
     target.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     QTemporaryDir ledger;
     velt::LinuxOptions options;
-    options.interfaceNames = {QStringLiteral("lo")};
-    options.interfaceNames = {QStringLiteral("lo")};
+    options.interfaceNames = { QStringLiteral("lo") };
+    options.interfaceNames = { QStringLiteral("lo") };
     options.databasePath = ledger.path() + QStringLiteral("/usage.sqlite");
     options.settingsPath = ledger.path() + QStringLiteral("/netinfo-host.conf");
     options.interval = std::chrono::milliseconds(0);
@@ -198,12 +200,12 @@ int main(int argc, char* argv[])
     }
     velt::Sdk::instance().setBackend(std::move(linuxBackend));
     run(QStringLiteral("linux_lo"),
-        {[sock, &target](int i) {
+        { [sock, &target](int i) {
              const QByteArray payload(200 + i % 50, 'x');
-             ::sendto(sock, payload.constData(), size_t(payload.size()), 0, reinterpret_cast<sockaddr*>(&target),
-                      sizeof target);
+             ::sendto(sock, payload.constData(), size_t(payload.size()), 0,
+                 reinterpret_cast<sockaddr*>(&target), sizeof target);
          },
-         [real] { real->tickNow(); }},
+            [real] { real->tickNow(); } },
         ticks);
     ::close(sock);
     velt::Sdk::instance().setBackend(nullptr);

@@ -4,8 +4,8 @@
 
 #include <QByteArray>
 #include <QDir>
-#include <QFileInfo>
 #include <QFile>
+#include <QFileInfo>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -17,7 +17,8 @@ public:
     // On tmpfs where there is one: the settings save syncs, and a disk would
     // make that the whole cost of an execution.
     FuzzHome()
-        : m_dir(QDir(QFileInfo::exists(QStringLiteral("/dev/shm")) ? QStringLiteral("/dev/shm") : QDir::tempPath())
+        : m_dir(QDir(
+            QFileInfo::exists(QStringLiteral("/dev/shm")) ? QStringLiteral("/dev/shm") : QDir::tempPath())
                     .filePath(QStringLiteral("netinfo-fuzz-XXXXXX")))
     {
         qputenv("NETINFO_LIBRARY_PATH", m_dir.path().toUtf8());

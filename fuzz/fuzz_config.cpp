@@ -12,10 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!ready)
         std::abort();
     home.write(QStringLiteral("plugins/NetInfoUIExPlugin/NetInfoUIExConfig.xml"),
-               QByteArray(reinterpret_cast<const char*>(data), int(size)));
+        QByteArray(reinterpret_cast<const char*>(data), int(size)));
 
     NetInfoConfigParse* parser = NetInfoConfigParse::GetInstance();
-    for (const char* module : {"common", "datacard"}) {
+    for (const char* module : { "common", "datacard" }) {
         QString group = QStringLiteral("customize");
         QString name = QLatin1String(module);
         QVector<NetInfoConfig> entries;

@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!ready)
         std::abort();
     home.write(QStringLiteral("data/netinfo/DataUsageLimit.ini"),
-               QByteArray(reinterpret_cast<const char*>(data), int(size)));
+        QByteArray(reinterpret_cast<const char*>(data), int(size)));
 
     NetInfoSettingUILogic* store = NetInfoSettingUILogic::GetInstance();
     store->GetUseLimitSetting();
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     for (auto it = second.cbegin(); it != second.cend(); ++it) {
         if (first.value(it.key()) != it.value()) {
             qFatal("settings round trip changed %s: '%s' became '%s'", qPrintable(it.key()),
-                   qPrintable(first.value(it.key())), qPrintable(it.value()));
+                qPrintable(first.value(it.key())), qPrintable(it.value()));
         }
     }
     NetInfoSettingUILogic::Destroy();

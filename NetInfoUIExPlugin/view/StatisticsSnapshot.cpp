@@ -11,9 +11,9 @@ void StatisticsSnapshot::takeDuration(const QString& text)
 bool StatisticsSnapshot::refresh(const Fetch& fetch, const ResetTime& resetTime)
 {
     const bool failed = fetch(NETINFO_DAILY, record(LimitPeriod::Daily))
-                        || fetch(NETINFO_MONTHLY, record(LimitPeriod::Monthly))
-                        || fetch(NETINFO_YEARLY, record(LimitPeriod::Yearly))
-                        || fetch(NETINFO_WEEKLY, record(LimitPeriod::Weekly));
+        || fetch(NETINFO_MONTHLY, record(LimitPeriod::Monthly))
+        || fetch(NETINFO_YEARLY, record(LimitPeriod::Yearly))
+        || fetch(NETINFO_WEEKLY, record(LimitPeriod::Weekly));
     if (failed)
         return false;
     lastReset.clear();

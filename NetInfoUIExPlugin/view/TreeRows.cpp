@@ -5,19 +5,19 @@
 namespace view {
 
 namespace {
-QString joined(const QString& caption, const QString& value)
-{
-    return caption + QLatin1Char(' ') + value;
-}
+    QString joined(const QString& caption, const QString& value)
+    {
+        return caption + QLatin1Char(' ') + value;
+    }
 } // namespace
 
-TreeRows::TreeRows(Captions captions, QVector<TagUnits> speedUnits, QVector<TagUnits> fluxUnits, Format format)
+TreeRows::TreeRows(
+    Captions captions, QVector<TagUnits> speedUnits, QVector<TagUnits> fluxUnits, Format format)
     : m_captions(std::move(captions))
     , m_speedUnits(std::move(speedUnits))
     , m_fluxUnits(std::move(fluxUnits))
     , m_format(std::move(format))
-{
-}
+{ }
 
 const QString& TreeRows::formatted(Figure& figure, unsigned long long value, const QVector<TagUnits>& units)
 {
@@ -41,13 +41,14 @@ void TreeRows::buildLive(const LiveFigures& live, quint64 total)
         const QVector<TagUnits>& units;
         const QString& caption;
     } values[] = {
-        {RowUploadSpeed, PanelUpSpeed, live.upSpeed, m_speedUnits, m_captions.speed},
-        {RowUploadData, PanelDataSent, live.upData, m_fluxUnits, m_captions.data},
-        {RowDownloadSpeed, PanelDownSpeed, live.downSpeed, m_speedUnits, m_captions.speed},
-        {RowDownloadData, PanelDataReceived, live.downData, m_fluxUnits, m_captions.data},
+        { RowUploadSpeed, PanelUpSpeed, live.upSpeed, m_speedUnits, m_captions.speed },
+        { RowUploadData, PanelDataSent, live.upData, m_fluxUnits, m_captions.data },
+        { RowDownloadSpeed, PanelDownSpeed, live.downSpeed, m_speedUnits, m_captions.speed },
+        { RowDownloadData, PanelDataReceived, live.downData, m_fluxUnits, m_captions.data },
     };
     for (const auto& v : values) {
-        const bool moved = !m_figures[v.row].formatted || m_figures[v.row].value != v.value || m_rows[v.row].isEmpty();
+        const bool moved
+            = !m_figures[v.row].formatted || m_figures[v.row].value != v.value || m_rows[v.row].isEmpty();
         m_panel[v.panel] = formatted(m_figures[v.row], v.value, v.units);
         if (moved)
             m_rows[v.row] = joined(v.caption, m_panel[v.panel]);
@@ -64,14 +65,18 @@ void TreeRows::buildStored(const StatisticsSnapshot& snapshot)
         LimitPeriod period;
         bool uploaded;
     } values[] = {
-        {RowDailyUploaded, LimitPeriod::Daily, true},     {RowDailyDownloaded, LimitPeriod::Daily, false},
-        {RowMonthlyUploaded, LimitPeriod::Monthly, true}, {RowMonthlyDownloaded, LimitPeriod::Monthly, false},
-        {RowYearlyUploaded, LimitPeriod::Yearly, true},   {RowYearlyDownloaded, LimitPeriod::Yearly, false},
+        { RowDailyUploaded, LimitPeriod::Daily, true },
+        { RowDailyDownloaded, LimitPeriod::Daily, false },
+        { RowMonthlyUploaded, LimitPeriod::Monthly, true },
+        { RowMonthlyDownloaded, LimitPeriod::Monthly, false },
+        { RowYearlyUploaded, LimitPeriod::Yearly, true },
+        { RowYearlyDownloaded, LimitPeriod::Yearly, false },
     };
     for (const auto& v : values) {
         const NetInfoData& record = snapshot.kept(v.period);
         const unsigned long long value = v.uploaded ? record.ullUpData : record.ullDownData;
-        const bool moved = !m_figures[v.row].formatted || m_figures[v.row].value != value || m_rows[v.row].isEmpty();
+        const bool moved
+            = !m_figures[v.row].formatted || m_figures[v.row].value != value || m_rows[v.row].isEmpty();
         const QString& text = formatted(m_figures[v.row], value, m_fluxUnits);
         if (moved)
             m_rows[v.row] = joined(v.uploaded ? m_captions.uploaded : m_captions.downloaded, text);

@@ -30,7 +30,15 @@ enum Row {
     RowCount
 };
 
-enum PanelValue { PanelDuration, PanelUpSpeed, PanelDownSpeed, PanelDataSent, PanelDataReceived, PanelTotalData, PanelCount };
+enum PanelValue {
+    PanelDuration,
+    PanelUpSpeed,
+    PanelDownSpeed,
+    PanelDataSent,
+    PanelDataReceived,
+    PanelTotalData,
+    PanelCount
+};
 
 struct Captions
 {

@@ -5,17 +5,17 @@
 namespace view {
 
 namespace {
-// Switches that stay on unless the store says otherwise.
-bool onUnlessFalse(const QString& value)
-{
-    return value != QLatin1String("false");
-}
+    // Switches that stay on unless the store says otherwise.
+    bool onUnlessFalse(const QString& value)
+    {
+        return value != QLatin1String("false");
+    }
 
-// Switches that stay off unless the store says so.
-bool onOnlyIfTrue(const QString& value)
-{
-    return value == QLatin1String("true");
-}
+    // Switches that stay off unless the store says so.
+    bool onOnlyIfTrue(const QString& value)
+    {
+        return value == QLatin1String("true");
+    }
 } // namespace
 
 void UsageLimitPolicy::loadSwitches(const Reader& read)
@@ -92,12 +92,12 @@ LimitBar UsageLimitPolicy::dataBar(long double used, qint64 factor)
     if (!settings.dataLimitOn) {
         // Switched off: a full bar at the limit as stored.
         const long double limit = static_cast<long double>(settings.dataLimit);
-        return {0, "NoWarningColor", limit, limit};
+        return { 0, "NoWarningColor", limit, limit };
     }
     dataState = static_cast<int>(dataShare(used));
     const long double remaining = static_cast<long double>(settings.dataLimit) - used;
-    LimitBar bar{0, "NoWarningColor", used * factor,
-                 static_cast<long double>(settings.dataLimit * quint64(factor))};
+    LimitBar bar { 0, "NoWarningColor", used * factor,
+        static_cast<long double>(settings.dataLimit * quint64(factor)) };
     if (dataState == 1) {
         bar.state = 1;
         bar.colorName = "BeforeWarningColor";
@@ -112,12 +112,12 @@ LimitBar UsageLimitPolicy::timeBar(long double used)
 {
     if (!settings.timeLimitOn) {
         const long double limit = static_cast<long double>(settings.timeLimit);
-        return {0, "NoWarningColor", limit, limit};
+        return { 0, "NoWarningColor", limit, limit };
     }
     timeState = static_cast<int>(timeShare(used, settings.timeLimit));
     const quint64 limitSeconds = settings.timeLimit * 3600;
     const long double remaining = static_cast<long double>(limitSeconds) - used;
-    LimitBar bar{0, "NoWarningColor", used, static_cast<long double>(limitSeconds)};
+    LimitBar bar { 0, "NoWarningColor", used, static_cast<long double>(limitSeconds) };
     const bool inWarningBlock = timeWarnBlock != 0 && !(remaining > timeWarnBlock);
     if ((timeState == 1 || inWarningBlock) && remaining > 0) {
         bar.state = 1;
@@ -211,11 +211,12 @@ LimitPeriod UsageLimitPolicy::watchedPeriod() const
 QTime UsageLimitPolicy::lookBackStart(const QDate& today, const QLocale& locale) const
 {
     LookBack& cached = m_lookBack;
-    if (cached.known && cached.today == today && cached.startTime == settings.startTime && cached.locale == locale)
+    if (cached.known && cached.today == today && cached.startTime == settings.startTime
+        && cached.locale == locale)
         return cached.start;
     const QString text = locale.toString(TimeOfDay::threeMonthsBack(today), QLocale::ShortFormat);
-    cached = {today, locale, settings.startTime,
-              TimeOfDay::later(QTime::fromString(text, QStringLiteral("hh:mm:ss")), settings.startTime), true};
+    cached = { today, locale, settings.startTime,
+        TimeOfDay::later(QTime::fromString(text, QStringLiteral("hh:mm:ss")), settings.startTime), true };
     return cached.start;
 }
 

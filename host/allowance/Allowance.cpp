@@ -9,35 +9,36 @@ namespace allowance {
 
 namespace {
 
-constexpr double kMinimumElapsedDays = 1.0 / 24;
+    constexpr double kMinimumElapsedDays = 1.0 / 24;
 
-// Days of the period gone at `now`, counting each calendar day as one.
-double elapsedDays(const QDateTime& start, const QDateTime& now)
-{
-    const QDate today = now.date();
-    const qint64 wholeDays = std::max<qint64>(start.date().daysTo(today), 0);
-    // The period's first day may begin later than midnight (a DST gap or a
-    // FromDate limit begun today); measure today from where it began.
-    const QDateTime todayStart = std::max(today.startOfDay(), start);
-    const qint64 dayLength = todayStart.secsTo(today.addDays(1).startOfDay());
-    const double partOfToday = dayLength > 0 ? double(todayStart.secsTo(now)) / double(dayLength) : 0;
-    return double(wholeDays) + std::clamp(partOfToday, 0.0, 1.0);
-}
+    // Days of the period gone at `now`, counting each calendar day as one.
+    double elapsedDays(const QDateTime& start, const QDateTime& now)
+    {
+        const QDate today = now.date();
+        const qint64 wholeDays = std::max<qint64>(start.date().daysTo(today), 0);
+        // The period's first day may begin later than midnight (a DST gap or a
+        // FromDate limit begun today); measure today from where it began.
+        const QDateTime todayStart = std::max(today.startOfDay(), start);
+        const qint64 dayLength = todayStart.secsTo(today.addDays(1).startOfDay());
+        const double partOfToday = dayLength > 0 ? double(todayStart.secsTo(now)) / double(dayLength) : 0;
+        return double(wholeDays) + std::clamp(partOfToday, 0.0, 1.0);
+    }
 
-QString size(double bytes, const QLocale& locale)
-{
-    return locale.formattedDataSize(qint64(std::llround(std::max(bytes, 0.0))), 2,
-                                    QLocale::DataSizeTraditionalFormat);
-}
+    QString size(double bytes, const QLocale& locale)
+    {
+        return locale.formattedDataSize(
+            qint64(std::llround(std::max(bytes, 0.0))), 2, QLocale::DataSizeTraditionalFormat);
+    }
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Allowance", text);
-}
+    QString tr(const char* text)
+    {
+        return QCoreApplication::translate("Allowance", text);
+    }
 
 } // namespace
 
-Figures compute(const QDateTime& now, const LimitPeriod& period, quint64 recorded, qint64 adjustment, quint64 limit)
+Figures compute(
+    const QDateTime& now, const LimitPeriod& period, quint64 recorded, qint64 adjustment, quint64 limit)
 {
     Figures f;
     f.period = period;
@@ -71,14 +72,14 @@ QString summary(const Figures& f, const QLocale& locale)
     if (f.limit > 0)
         lines << tr("Used %1 of %2 (%3 %)")
                      .arg(size(double(f.used), locale), size(double(f.limit), locale),
-                          locale.toString(f.percent, 'f', 1))
+                         locale.toString(f.percent, 'f', 1))
               << tr("Remaining: %1").arg(size(double(f.remaining), locale));
     else
         lines << tr("Used: %1 (no data limit set)").arg(size(double(f.used), locale));
     if (f.adjustment != 0)
         lines << tr("Includes a calibration of %1%2")
                      .arg(f.adjustment < 0 ? QStringLiteral("\u2212") : QStringLiteral("+"),
-                          size(std::abs(double(f.adjustment)), locale));
+                         size(std::abs(double(f.adjustment)), locale));
     if (f.daysLeft >= 0)
         lines << tr("Days left: %1").arg(f.daysLeft);
     lines << tr("Average per day: %1").arg(size(f.averageDaily, locale));

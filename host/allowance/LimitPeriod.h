@@ -14,8 +14,8 @@ struct LimitSettings
 {
     enum class Kind { Daily, Weekly, Monthly, FromDate };
     Kind kind = Kind::Monthly; // the shipped default
-    QDate startDate;           // FromDate only; invalid: three months back, as the view looks back
-    quint64 limitBytes = 0;    // 0: no data limit set
+    QDate startDate; // FromDate only; invalid: three months back, as the view looks back
+    quint64 limitBytes = 0; // 0: no data limit set
 };
 
 // Missing file or keys: the shipped defaults.
@@ -29,10 +29,10 @@ struct LimitPeriod
 
 // The period holding `now`; week and month begin where the host's settings
 // say, as the statistics' weekly and monthly reports do.
-LimitPeriod currentLimitPeriod(const QDateTime& now, const velt::PeriodSettings& settings,
-                               const LimitSettings& limit);
+LimitPeriod currentLimitPeriod(
+    const QDateTime& now, const velt::PeriodSettings& settings, const LimitSettings& limit);
 // The period that ended where `period` begins (invalid for a FromDate limit).
-LimitPeriod previousLimitPeriod(const LimitPeriod& period, const velt::PeriodSettings& settings,
-                                const LimitSettings& limit);
+LimitPeriod previousLimitPeriod(
+    const LimitPeriod& period, const velt::PeriodSettings& settings, const LimitSettings& limit);
 
 } // namespace allowance

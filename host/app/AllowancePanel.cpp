@@ -23,8 +23,8 @@ namespace {
 constexpr int kRefreshMs = 60 * 1000;
 constexpr double kGigabyte = 1024.0 * 1024 * 1024;
 
-allowance::LimitPeriod periodNow(const AllowanceSources& sources, const QDateTime& now,
-                                 const allowance::LimitSettings& limit)
+allowance::LimitPeriod periodNow(
+    const AllowanceSources& sources, const QDateTime& now, const allowance::LimitSettings& limit)
 {
     velt::PeriodSettingsReader settings(sources.hostSettingsFile);
     return allowance::currentLimitPeriod(now, settings.settings(), limit);
@@ -34,8 +34,8 @@ allowance::LimitPeriod periodNow(const AllowanceSources& sources, const QDateTim
 
 AllowanceSources AllowanceSources::user()
 {
-    return {HostPaths::userDataDir() + QStringLiteral("/usage.sqlite"),
-            HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile()};
+    return { HostPaths::userDataDir() + QStringLiteral("/usage.sqlite"),
+        HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile() };
 }
 
 allowance::Figures currentAllowance(const AllowanceSources& sources, const QDateTime& now)
@@ -45,10 +45,10 @@ allowance::Figures currentAllowance(const AllowanceSources& sources, const QDate
     velt::UsageLedger ledger(sources.ledgerPath, velt::LedgerAccess::ReadOnly);
     const qint64 start = period.start.toSecsSinceEpoch();
     // Up to the end of the current bucket: the ledger counts whole buckets.
-    const velt::Usage usage = ledger.total(start, velt::UsageLedger::bucketStart(now.toSecsSinceEpoch())
-                                                      + velt::UsageLedger::BucketSeconds);
-    return allowance::compute(now, period, usage.received + usage.sent, ledger.adjustmentTotal(start),
-                              limit.limitBytes);
+    const velt::Usage usage = ledger.total(
+        start, velt::UsageLedger::bucketStart(now.toSecsSinceEpoch()) + velt::UsageLedger::BucketSeconds);
+    return allowance::compute(
+        now, period, usage.received + usage.sent, ledger.adjustmentTotal(start), limit.limitBytes);
 }
 
 QString allowanceTooltip(const AllowanceSources& sources)
@@ -116,8 +116,8 @@ void AllowancePanel::refresh()
     m_bar->setValue(int(std::min(m_figures.percent, 100.0) * 10));
     m_bar->setFormat(QStringLiteral("%1 %").arg(locale.toString(m_figures.percent, 'f', 1)));
     const auto size = [&locale](double bytes) {
-        return locale.formattedDataSize(qint64(std::llround(std::max(bytes, 0.0))), 2,
-                                        QLocale::DataSizeTraditionalFormat);
+        return locale.formattedDataSize(
+            qint64(std::llround(std::max(bytes, 0.0))), 2, QLocale::DataSizeTraditionalFormat);
     };
     const QString none = QStringLiteral("\u2013");
     const bool limited = m_figures.limit > 0;
@@ -128,14 +128,15 @@ void AllowancePanel::refresh()
     m_average->setText(size(m_figures.averageDaily));
     m_budget->setText(m_figures.dailyBudget >= 0 ? size(m_figures.dailyBudget) : none);
     m_forecast->setText(m_figures.period.end.isValid() ? size(double(m_figures.forecast)) : none);
-    m_forecast->setStyleSheet(limited && m_figures.forecast > m_figures.limit ? QStringLiteral("color: #b00020;")
-                                                                               : QString());
+    m_forecast->setStyleSheet(
+        limited && m_figures.forecast > m_figures.limit ? QStringLiteral("color: #b00020;") : QString());
     setToolTip(allowance::summary(m_figures, locale));
     m_calibrationLabel->setVisible(m_figures.adjustment != 0);
     m_removeButton->setVisible(m_figures.adjustment != 0);
-    m_calibrationLabel->setText(tr("Calibrated to your operator's count: %1%2 on what NetInfo recorded.")
-                                    .arg(m_figures.adjustment < 0 ? QStringLiteral("\u2212") : QStringLiteral("+"),
-                                         size(std::abs(double(m_figures.adjustment)))));
+    m_calibrationLabel->setText(
+        tr("Calibrated to your operator's count: %1%2 on what NetInfo recorded.")
+            .arg(m_figures.adjustment < 0 ? QStringLiteral("\u2212") : QStringLiteral("+"),
+                size(std::abs(double(m_figures.adjustment)))));
 }
 
 bool AllowancePanel::calibrate(quint64 operatorBytes)
@@ -167,14 +168,14 @@ bool AllowancePanel::removeCalibration()
 void AllowancePanel::calibrateAsked()
 {
     bool accepted = false;
-    const double gigabytes = QInputDialog::getDouble(
-        this, tr("Calibrate"),
-        tr("Usage your operator counts for this period so far, in GB.\nNetInfo keeps its own count and adds the "
+    const double gigabytes = QInputDialog::getDouble(this, tr("Calibrate"),
+        tr("Usage your operator counts for this period so far, in GB.\nNetInfo keeps its own count and adds "
+           "the "
            "difference; you can remove it again."),
         double(m_figures.used) / kGigabyte, 0, 1e6, 3, &accepted);
     if (!accepted)
         return;
     if (!calibrate(quint64(std::llround(gigabytes * kGigabyte))))
         QMessageBox::warning(this, tr("Calibrate"),
-                             tr("The calibration could not be stored in %1.").arg(m_sources.ledgerPath));
+            tr("The calibration could not be stored in %1.").arg(m_sources.ledgerPath));
 }

@@ -22,7 +22,7 @@ struct AllowanceSources
 
 // The figures now, read from the ledger read-only. For the tray's tooltip too.
 allowance::Figures currentAllowance(const AllowanceSources& sources = AllowanceSources::user(),
-                                    const QDateTime& now = QDateTime::currentDateTime());
+    const QDateTime& now = QDateTime::currentDateTime());
 QString allowanceTooltip(const AllowanceSources& sources = AllowanceSources::user());
 
 class AllowancePanel : public QWidget

@@ -11,7 +11,7 @@ namespace Autostart {
 QString entryPath()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-           + QStringLiteral("/autostart/netinfo.desktop");
+        + QStringLiteral("/autostart/netinfo.desktop");
 }
 
 bool isEnabled()

@@ -9,8 +9,8 @@ class BackgroundRecording
 public:
     struct Setup
     {
-        QString systemctl;    // empty: no systemd user session to ask
-        QString recorder;     // the netinfo-recorder program
+        QString systemctl; // empty: no systemd user session to ask
+        QString recorder; // the netinfo-recorder program
         QString autostartDir; // where the session looks for autostart entries
         int timeoutMs = 10000;
     };

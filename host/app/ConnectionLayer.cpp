@@ -31,7 +31,7 @@ bool isLinkUp(const QString& name)
     ifreq request = {};
     std::memcpy(request.ifr_name, raw.constData(), size_t(raw.size()));
     const bool up = ::ioctl(fd, SIOCGIFFLAGS, &request) == 0 && (request.ifr_flags & IFF_UP)
-                    && (request.ifr_flags & IFF_RUNNING);
+        && (request.ifr_flags & IFF_RUNNING);
     ::close(fd);
     return up;
 }
@@ -82,7 +82,8 @@ void ConnectionLayer::start(const Options& options)
             simulated->startDemo();
     }
     if (!m_watcher.start())
-        qCWarning(lcConnectionLayer, "the SDK refused the connection watcher; status changes are not passed on");
+        qCWarning(
+            lcConnectionLayer, "the SDK refused the connection watcher; status changes are not passed on");
 }
 
 void ConnectionLayer::stop()
@@ -135,10 +136,10 @@ void ConnectionLayer::setConnectionControl(std::unique_ptr<ConnectionControl> co
     if (!m_control)
         return;
     connect(m_control.get(), &ConnectionControl::disconnectFinished, this,
-            [this](const QString&, const DisconnectResult& result) {
-                if (!result.ok)
-                    emit message(result.message);
-            });
+        [this](const QString&, const DisconnectResult& result) {
+            if (!result.ok)
+                emit message(result.message);
+        });
 }
 
 void ConnectionLayer::disconnectInterface(const QString& name)

@@ -29,7 +29,7 @@ public:
     struct Options
     {
         bool simulate = false;
-        bool demoTraffic = true;  // simulated figures keep moving
+        bool demoTraffic = true; // simulated figures keep moving
         QStringList interfaceNames; // real source only; empty: the metered links, else one chosen
     };
     // The counted links that are connected now.

@@ -10,13 +10,12 @@
 
 namespace {
 // The SDK calls a plain function, so the watcher is found through this.
-std::atomic<ConnectionWatcher*> s_watcher{nullptr};
-}
+std::atomic<ConnectionWatcher*> s_watcher { nullptr };
+} // namespace
 
 ConnectionWatcher::ConnectionWatcher(QObject* parent)
     : QObject(parent)
-{
-}
+{ }
 
 ConnectionWatcher::~ConnectionWatcher()
 {

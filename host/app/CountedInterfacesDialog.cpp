@@ -6,8 +6,8 @@
 #include <QListWidget>
 #include <QVBoxLayout>
 
-CountedInterfacesDialog::CountedInterfacesDialog(const QStringList& present, const QStringList& chosen,
-                                                 QWidget* parent)
+CountedInterfacesDialog::CountedInterfacesDialog(
+    const QStringList& present, const QStringList& chosen, QWidget* parent)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("NetInfo_CountedInterfacesDialog"));
@@ -15,7 +15,7 @@ CountedInterfacesDialog::CountedInterfacesDialog(const QStringList& present, con
     auto* layout = new QVBoxLayout(this);
     auto* label = new QLabel(tr("Count these interfaces. With none ticked, NetInfo counts the links "
                                 "NetworkManager calls metered, else the one of the default route."),
-                             this);
+        this);
     label->setWordWrap(true);
     layout->addWidget(label);
     m_pList = new QListWidget(this);
@@ -27,7 +27,8 @@ CountedInterfacesDialog::CountedInterfacesDialog(const QStringList& present, con
     }
     names.sort();
     for (const QString& name : std::as_const(names)) {
-        auto* item = new QListWidgetItem(present.contains(name) ? name : tr("%1 (not present)").arg(name), m_pList);
+        auto* item
+            = new QListWidgetItem(present.contains(name) ? name : tr("%1 (not present)").arg(name), m_pList);
         item->setData(Qt::UserRole, name);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
         item->setCheckState(chosen.contains(name) ? Qt::Checked : Qt::Unchecked);
@@ -51,7 +52,8 @@ QStringList CountedInterfacesDialog::chosen() const
 
 QStringList CountedInterfacesDialog::presentInterfaces(const QString& sysClassNet)
 {
-    QStringList names = QDir(sysClassNet).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::System, QDir::Name);
+    QStringList names
+        = QDir(sysClassNet).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::System, QDir::Name);
     names.removeAll(QStringLiteral("lo"));
     return names;
 }

@@ -48,11 +48,12 @@ void HistoryChart::setBars(const QList<Bar>& bars, bool months, quint64 limit)
 
 HistoryChart::Unit HistoryChart::unitFor(quint64 bytes)
 {
-    static const Unit units[] = {{"GB", quint64(1) << 30}, {"MB", quint64(1) << 20}, {"KB", quint64(1) << 10}};
+    static const Unit units[]
+        = { { "GB", quint64(1) << 30 }, { "MB", quint64(1) << 20 }, { "KB", quint64(1) << 10 } };
     for (const Unit& unit : units)
         if (bytes >= unit.bytes)
             return unit;
-    return {"B", 1};
+    return { "B", 1 };
 }
 
 double HistoryChart::axisMaximum(quint64 highest, const Unit& unit)
@@ -62,7 +63,7 @@ double HistoryChart::axisMaximum(quint64 highest, const Unit& unit)
         return 1;
     // 1, 2 or 5 times a power of ten, so the grid lines fall on round figures.
     const double power = std::pow(10.0, std::floor(std::log10(value)));
-    for (double step : {1.0, 2.0, 5.0, 10.0})
+    for (double step : { 1.0, 2.0, 5.0, 10.0 })
         if (step * power >= value)
             return step * power;
     return 10 * power;
@@ -80,7 +81,7 @@ QRectF HistoryChart::barRect(int index, double maximumBytes) const
     const double gap = std::min(slot * 0.2, 6.0);
     const Bar& bar = m_bars.at(index);
     const double height = plot.height() * double(bar.received + bar.sent) / maximumBytes;
-    return {plot.left() + index * slot + gap / 2, plot.bottom() - height, slot - gap, height};
+    return { plot.left() + index * slot + gap / 2, plot.bottom() - height, slot - gap, height };
 }
 
 int HistoryChart::barAt(const QPoint& point) const
@@ -89,7 +90,7 @@ int HistoryChart::barAt(const QPoint& point) const
     if (m_bars.isEmpty() || !plot.contains(point))
         return -1;
     return std::clamp(int((point.x() - plot.left()) * m_bars.size() / std::max(plot.width(), 1)), 0,
-                      int(m_bars.size() - 1));
+        int(m_bars.size() - 1));
 }
 
 QString HistoryChart::barText(int index) const
@@ -99,8 +100,9 @@ QString HistoryChart::barText(int index) const
     const auto size = [&locale](quint64 bytes) {
         return locale.formattedDataSize(qint64(bytes), 2, QLocale::DataSizeTraditionalFormat);
     };
-    const QString when = m_months ? tr("%1 to %2").arg(locale.toString(bar.start.date(), QLocale::ShortFormat),
-                                                       locale.toString(bar.end.addSecs(-1).date(), QLocale::ShortFormat))
+    const QString when = m_months ? tr("%1 to %2")
+                                        .arg(locale.toString(bar.start.date(), QLocale::ShortFormat),
+                                            locale.toString(bar.end.addSecs(-1).date(), QLocale::ShortFormat))
                                   : locale.toString(bar.start.date(), QLocale::LongFormat);
     return tr("%1\nReceived: %2\nSent: %3\nTotal: %4")
         .arg(when, size(bar.received), size(bar.sent), size(bar.received + bar.sent));
@@ -141,8 +143,8 @@ void HistoryChart::paintEvent(QPaintEvent*)
         painter.drawLine(plot.left(), y, plot.right(), y);
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(QRect(0, y - 10, kAxisWidth - 6, 20), Qt::AlignRight | Qt::AlignVCenter,
-                         QStringLiteral("%1 %2").arg(locale.toString(maximum * i / kLines, 'g', 3),
-                                                     QLatin1String(unit.name)));
+            QStringLiteral("%1 %2").arg(
+                locale.toString(maximum * i / kLines, 'g', 3), QLatin1String(unit.name)));
         painter.setPen(palette().color(QPalette::Mid));
     }
 
@@ -153,15 +155,16 @@ void HistoryChart::paintEvent(QPaintEvent*)
         const Bar& bar = m_bars.at(i);
         const double total = double(bar.received + bar.sent);
         const double receivedHeight = total > 0 ? whole.height() * double(bar.received) / total : 0;
-        painter.fillRect(QRectF(whole.left(), whole.bottom() - receivedHeight, whole.width(), receivedHeight),
-                         kReceived);
-        painter.fillRect(QRectF(whole.left(), whole.top(), whole.width(), whole.height() - receivedHeight), kSent);
+        painter.fillRect(
+            QRectF(whole.left(), whole.bottom() - receivedHeight, whole.width(), receivedHeight), kReceived);
+        painter.fillRect(
+            QRectF(whole.left(), whole.top(), whole.width(), whole.height() - receivedHeight), kSent);
         if (i % labelEvery == 0) {
             painter.setPen(palette().color(QPalette::Text));
             const QString label = m_months ? locale.toString(bar.start.date(), QStringLiteral("MMM yy"))
                                            : locale.toString(bar.start.date(), QStringLiteral("d.M."));
             painter.drawText(QRectF(whole.center().x() - 40, plot.bottom() + 4, 80, kLabelHeight),
-                             Qt::AlignHCenter | Qt::AlignTop, label);
+                Qt::AlignHCenter | Qt::AlignTop, label);
         }
     }
 
@@ -169,8 +172,8 @@ void HistoryChart::paintEvent(QPaintEvent*)
         const double y = plot.bottom() - plot.height() * double(m_limit) / maximumBytes;
         painter.setPen(QPen(kLimit, 2, Qt::DashLine));
         painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
-        painter.drawText(QRectF(plot.left() + 4, y - 18, plot.width() - 8, 16), Qt::AlignRight | Qt::AlignBottom,
-                         tr("limit"));
+        painter.drawText(QRectF(plot.left() + 4, y - 18, plot.width() - 8, 16),
+            Qt::AlignRight | Qt::AlignBottom, tr("limit"));
     }
 }
 
@@ -183,7 +186,7 @@ HistoryWindow::HistoryWindow(QString ledgerPath, QString limitFile, QString host
     setObjectName(QStringLiteral("NetInfo_HistoryWindow"));
     setWindowTitle(tr("NetInfo \u2014 History"));
     m_kind = new QComboBox(this);
-    m_kind->addItems({tr("Days of this and the previous period"), tr("The last twelve months")});
+    m_kind->addItems({ tr("Days of this and the previous period"), tr("The last twelve months") });
     connect(m_kind, &QComboBox::currentIndexChanged, this, [this] { reload(); });
     auto* legend = new QLabel(
         tr("<span style='color:%1'>&#9632;</span> received &nbsp; <span style='color:%2'>&#9632;</span> sent")
@@ -223,7 +226,7 @@ void HistoryWindow::reload(const QDateTime& now)
     QList<HistoryChart::Bar> bars;
     if (source) {
         for (const report::PeriodUsage& usage : report::collect(*source, periods))
-            bars.append({usage.period.start, usage.period.end, usage.total.received, usage.total.sent});
+            bars.append({ usage.period.start, usage.period.end, usage.total.received, usage.total.sent });
         m_note->setText(tr("Hover a bar for its figures."));
     } else {
         qCInfo(lcHistory, "no history to show: %s", qUtf8Printable(error));
@@ -245,9 +248,9 @@ bool HistoryWindow::exportPng(const QString& path)
 
 void HistoryWindow::exportAsked()
 {
-    const QString path = QFileDialog::getSaveFileName(
-        this, tr("Export history"),
-        QStandardPaths::writableLocation(QStandardPaths::PicturesLocation) + QStringLiteral("/netinfo-history.png"),
+    const QString path = QFileDialog::getSaveFileName(this, tr("Export history"),
+        QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)
+            + QStringLiteral("/netinfo-history.png"),
         tr("PNG images (*.png)"));
     if (!path.isEmpty() && !exportPng(path))
         QMessageBox::warning(this, windowTitle(), tr("The image could not be written to %1.").arg(path));

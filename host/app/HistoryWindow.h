@@ -39,7 +39,7 @@ public:
     static double axisMaximum(quint64 highest, const Unit& unit);
     int barAt(const QPoint& point) const;
     QString barText(int index) const;
-    QSize sizeHint() const override { return {720, 360}; }
+    QSize sizeHint() const override { return { 720, 360 }; }
 
 protected:
     bool event(QEvent* event) override;
@@ -60,8 +60,8 @@ class HistoryWindow : public QWidget
 public:
     // Reads the ledger at ledgerPath read-only; the limit and the period
     // starts from the user's files.
-    explicit HistoryWindow(QString ledgerPath, QString limitFile, QString hostSettingsFile,
-                           QWidget* parent = nullptr);
+    explicit HistoryWindow(
+        QString ledgerPath, QString limitFile, QString hostSettingsFile, QWidget* parent = nullptr);
 
     void reload(const QDateTime& now = QDateTime::currentDateTime());
     void showMonths(bool months);

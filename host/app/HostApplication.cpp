@@ -1,29 +1,29 @@
 #include "HostApplication.h"
 
+#include "AboutDialog.h"
+#include "Autostart.h"
+#include "BackgroundRecording.h"
 #include "Change.h"
 #include "CommonUtils.h"
+#include "CountedInterfacesDialog.h"
 #include "HostIds.h"
+#include "HostPaths.h"
 #include "INotify.h"
 #include "IPluginContainer.h"
 #include "ISettingUIPlugin.h"
 #include "IUIPlugin.h"
-#include "HostPaths.h"
-#include "AboutDialog.h"
-#include "BackgroundRecording.h"
-#include "CountedInterfacesDialog.h"
 #include "SettingsDialog.h"
 #include "Startup.h"
-#include "Autostart.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QMessageBox>
 #include <QMenu>
-#include <QSystemTrayIcon>
+#include <QMessageBox>
 #include <QStandardPaths>
+#include <QSystemTrayIcon>
 #include <QTextStream>
 
 #include <algorithm>
@@ -53,7 +53,7 @@ QString absentInterfaces(const QStringList& names, const QString& sysClassNet)
     const QStringList present = CountedInterfacesDialog::presentInterfaces(sysClassNet);
     return QStringLiteral("no network interface %1 on this system; present: %2")
         .arg(absent.join(QLatin1String(", ")),
-             present.isEmpty() ? QStringLiteral("none") : present.join(QLatin1String(", ")));
+            present.isEmpty() ? QStringLiteral("none") : present.join(QLatin1String(", ")));
 }
 
 // Without a display a run saves a screenshot and ends by itself.
@@ -73,33 +73,34 @@ void applyRunDefaults(HostOptions& options)
 
 } // namespace
 
-bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QString& message,
-                        const QString& sysClassNet)
+bool HostOptions::parse(
+    const QStringList& arguments, HostOptions& options, QString& message, const QString& sysClassNet)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Network usage of the mobile-broadband connection."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Save a PNG of the main window to <file> and quit."),
-                                        QStringLiteral("file"));
-    const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
-                                       QStringLiteral("Quit after <seconds>."), QStringLiteral("seconds"));
-    const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Print the plug-in's trace lines."));
+        QStringLiteral("Save a PNG of the main window to <file> and quit."), QStringLiteral("file"));
+    const QCommandLineOption quitAfter(
+        QStringLiteral("quit-after"), QStringLiteral("Quit after <seconds>."), QStringLiteral("seconds"));
+    const QCommandLineOption verbose(
+        QStringLiteral("verbose"), QStringLiteral("Print the plug-in's trace lines."));
     const QCommandLineOption simulate(QStringLiteral("simulate"),
-                                      QStringLiteral("Show simulated demo traffic instead of the real connection."));
+        QStringLiteral("Show simulated demo traffic instead of the real connection."));
     const QCommandLineOption interface(QStringLiteral("interface"),
-                                       QStringLiteral("Count the network interface <name>; repeatable (default: "
-                                                      "Tools > Counted interfaces, else the metered links, else "
-                                                      "the default route's)."),
-                                       QStringLiteral("name"));
+        QStringLiteral("Count the network interface <name>; repeatable (default: "
+                       "Tools > Counted interfaces, else the metered links, else "
+                       "the default route's)."),
+        QStringLiteral("name"));
     QStringList codes;
     for (const auto& language : languages())
         codes << language.first;
     const QCommandLineOption lang(QStringLiteral("lang"),
-                                  QStringLiteral("Show the texts in <language>: %1.").arg(codes.join(QLatin1String(", "))),
-                                  QStringLiteral("language"));
-    const QCommandLineOption tray(QStringLiteral("tray"), QStringLiteral("Start hidden in the tray (at login)."));
-    parser.addOptions({screenshot, quitAfter, verbose, simulate, interface, lang, tray});
+        QStringLiteral("Show the texts in <language>: %1.").arg(codes.join(QLatin1String(", "))),
+        QStringLiteral("language"));
+    const QCommandLineOption tray(
+        QStringLiteral("tray"), QStringLiteral("Start hidden in the tray (at login)."));
+    parser.addOptions({ screenshot, quitAfter, verbose, simulate, interface, lang, tray });
     if (!parser.parse(arguments)) {
         message = parser.errorText();
         return false;
@@ -129,15 +130,16 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
     }
     options.language = parser.value(lang);
     if (parser.isSet(lang) && !codes.contains(options.language)) {
-        message = QStringLiteral("--lang must be one of %1, not \"%2\"").arg(codes.join(QLatin1String(", ")),
-                                                                            options.language);
+        message = QStringLiteral("--lang must be one of %1, not \"%2\"")
+                      .arg(codes.join(QLatin1String(", ")), options.language);
         return false;
     }
     if (parser.isSet(quitAfter)) {
         bool ok = false;
         options.quitAfterSeconds = parser.value(quitAfter).toDouble(&ok);
         if (!ok || options.quitAfterSeconds < 0) {
-            message = QStringLiteral("--quit-after needs a number of seconds, not \"%1\"").arg(parser.value(quitAfter));
+            message = QStringLiteral("--quit-after needs a number of seconds, not \"%1\"")
+                          .arg(parser.value(quitAfter));
             return false;
         }
     }
@@ -147,15 +149,15 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions& options, QStr
 
 QList<QPair<QString, QString>> HostOptions::languages()
 {
-    return {{QStringLiteral("en"), QStringLiteral("English")},
-            {QStringLiteral("zh_CN"), QStringLiteral("简体中文")},
-            {QStringLiteral("ar"), QStringLiteral("العربية")}};
+    return { { QStringLiteral("en"), QStringLiteral("English") },
+        { QStringLiteral("zh_CN"), QStringLiteral("简体中文") },
+        { QStringLiteral("ar"), QStringLiteral("العربية") } };
 }
 
 QString HostOptions::defaultScreenshotPath()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
-           + QStringLiteral("/netinfo/screenshots/netinfo.png");
+        + QStringLiteral("/netinfo/screenshots/netinfo.png");
 }
 
 void HostApplication::prepareEnvironment()
@@ -169,7 +171,9 @@ void HostApplication::prepareEnvironment()
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
         const QByteArray dir = "/tmp/netinfo-runtime-" + QByteArray::number(uint(::getuid()));
         ::mkdir(dir.constData(), 0700);
-        struct stat info {};
+        struct stat info
+        {
+        };
         if (::lstat(dir.constData(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::getuid()
             && (info.st_mode & 077) == 0)
             qputenv("XDG_RUNTIME_DIR", dir);
@@ -193,8 +197,10 @@ HostApplication::HostApplication(const HostOptions& options, QObject* parent)
         if (m_bRunning)
             m_module.notify()->Notify(HostIds::MsgRefit, 0, 0);
     });
-    connect(&m_window, &MainWindow::countedInterfacesRequested, this, &HostApplication::chooseCountedInterfaces);
-    connect(&m_window, &MainWindow::backgroundRecordingRequested, this, &HostApplication::keepCountingInBackground);
+    connect(
+        &m_window, &MainWindow::countedInterfacesRequested, this, &HostApplication::chooseCountedInterfaces);
+    connect(&m_window, &MainWindow::backgroundRecordingRequested, this,
+        &HostApplication::keepCountingInBackground);
     connect(&m_window, &MainWindow::aboutRequested, this, &HostApplication::showAbout);
     m_quitTimer.setSingleShot(true);
     connect(&m_quitTimer, &QTimer::timeout, this, &HostApplication::finishRun);
@@ -202,7 +208,8 @@ HostApplication::HostApplication(const HostOptions& options, QObject* parent)
     // A kill, a closed terminal or the end of the session stop through
     // shutdown(), which writes the usage not yet stored.
     connect(&m_stopSignals, &SignalWatcher::received, this, [](int signalNumber) {
-        QTextStream(stderr) << "netinfo: " << SignalWatcher::name(signalNumber) << " received; saving and quitting\n";
+        QTextStream(stderr) << "netinfo: " << SignalWatcher::name(signalNumber)
+                            << " received; saving and quitting\n";
         QCoreApplication::quit();
     });
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
@@ -222,8 +229,7 @@ void HostApplication::reportFatal(const QString& message)
     QTextStream(stderr) << "netinfo: " << message << '\n';
     if (!m_options.headless)
         CommonUtils::ShowMessage(QMessageBox::Critical, nullptr, QStringLiteral("NetInfo"), message,
-                                 QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog, nullptr, QString(),
-                                 false);
+            QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog, nullptr, QString(), false);
 }
 
 int HostApplication::start()
@@ -233,12 +239,13 @@ int HostApplication::start()
         return 2;
     }
     const QString language = m_options.language.isEmpty()
-                                 ? CommonUtils::GetSettings(QStringLiteral("host"), QStringLiteral("language"),
-                                                            QStringLiteral("en")).toString()
-                                 : m_options.language;
+        ? CommonUtils::GetSettings(QStringLiteral("host"), QStringLiteral("language"), QStringLiteral("en"))
+              .toString()
+        : m_options.language;
     if (!applyLanguage(language, false) && !applyLanguage(QStringLiteral("en"), false))
         QTextStream(stderr) << "netinfo: no translation under "
-                            << QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations"))
+                            << QDir::toNativeSeparators(
+                                   CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations"))
                             << "; showing text keys\n";
 
     if (!m_options.connection.simulate) {
@@ -247,21 +254,23 @@ int HostApplication::start()
         m_singleInstance.listen();
     }
     if (!m_module.load()) {
-        reportFatal(QStringLiteral("Cannot start the network information view.\n%1").arg(m_module.errorString()));
+        reportFatal(
+            QStringLiteral("Cannot start the network information view.\n%1").arg(m_module.errorString()));
         return 1;
     }
     IUIPlugin* plugin = m_module.uiPlugin();
     // Plug-ins ask the container by name which others are loaded.
     if (IPluginContainer* container = Startup::GetPluginContainer())
-        container->RegisterPlugin(plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(),
-                                  m_module.instance());
+        container->RegisterPlugin(
+            plugin->GetPluginName(), plugin->GetPluginType(), plugin->GetPluginName(), m_module.instance());
 
     ConnectionLayer::Options connection = m_options.connection;
     if (!m_options.interfacesGiven)
-        connection.interfaceNames = CommonUtils::GetSettings(QStringLiteral("host"), kCountedInterfacesKey)
-                                        .toStringList();
+        connection.interfaceNames
+            = CommonUtils::GetSettings(QStringLiteral("host"), kCountedInterfacesKey).toStringList();
     m_connection.start(connection);
-    m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
+    m_window.setSource(
+        m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
     setUpTray();
     startView(!(m_options.startInTray && m_tray->isAvailable()));
 
@@ -280,9 +289,10 @@ bool HostApplication::lockInstance()
     const QString dir = HostPaths::userDataDir();
     if (!QDir().mkpath(dir)) {
         const QString reason = QFileInfo(dir).exists() || !QFileInfo(QFileInfo(dir).path()).isDir()
-                                   ? tr("a file is in the way")
-                                   : qt_error_string(errno);
-        reportFatal(tr("NetInfo cannot create its data folder %1 (%2).").arg(QDir::toNativeSeparators(dir), reason));
+            ? tr("a file is in the way")
+            : qt_error_string(errno);
+        reportFatal(
+            tr("NetInfo cannot create its data folder %1 (%2).").arg(QDir::toNativeSeparators(dir), reason));
         return false;
     }
     m_instanceLock = std::make_unique<QLockFile>(dir + QStringLiteral("/netinfo.lock"));
@@ -293,14 +303,16 @@ bool HostApplication::lockInstance()
     const int error = errno;
     qint64 pid = 0;
     QString host, app;
-    if (m_instanceLock->error() == QLockFile::LockFailedError && m_instanceLock->getLockInfo(&pid, &host, &app)) {
+    if (m_instanceLock->error() == QLockFile::LockFailedError
+        && m_instanceLock->getLockInfo(&pid, &host, &app)) {
         reportFatal(tr("NetInfo is already running (process %1); only one instance can record the "
-                       "connection's usage.").arg(pid));
+                       "connection's usage.")
+                        .arg(pid));
     } else {
         // Not another instance: the folder cannot be written (full disk, permissions, read-only).
         const QString reason = m_instanceLock->error() == QLockFile::PermissionError
-                                   ? tr("permission denied")
-                                   : (error ? qt_error_string(error) : tr("the lock file cannot be written"));
+            ? tr("permission denied")
+            : (error ? qt_error_string(error) : tr("the lock file cannot be written"));
         reportFatal(tr("NetInfo cannot write in its data folder %1 (%2), so it cannot record the usage.")
                         .arg(QDir::toNativeSeparators(dir), reason));
     }
@@ -349,8 +361,8 @@ bool HostApplication::applyLanguage(const QString& language, bool remember)
     if (!Change::LoadLanguage(language))
         return false;
     // -reverse asks for a mirrored layout for the whole run, whatever the language.
-    QGuiApplication::setLayoutDirection(m_options.mirrored || language == QLatin1String("ar") ? Qt::RightToLeft
-                                                                                             : Qt::LeftToRight);
+    QGuiApplication::setLayoutDirection(
+        m_options.mirrored || language == QLatin1String("ar") ? Qt::RightToLeft : Qt::LeftToRight);
     // --lang is for one run; only the menu's choice is kept.
     if (remember)
         CommonUtils::SetSettings(QStringLiteral("host"), QStringLiteral("language"), language);
@@ -371,8 +383,7 @@ void HostApplication::showMessage(const QString& text)
     if (m_options.headless)
         return;
     CommonUtils::ShowMessage(QMessageBox::Information, &m_window, QStringLiteral("NetInfo"), text,
-                             QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog, nullptr, QString(),
-                             false);
+        QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog, nullptr, QString(), false);
 }
 
 void HostApplication::updateRecordingState()
@@ -384,8 +395,8 @@ void HostApplication::updateRecordingState()
     }
     const velt::RecordingStatus status = m_connection.recordingStatus();
     const QString text = status.recorderRunning && !status.recording
-                             ? tr("Counting in the background (netinfo-recorder)")
-                             : tr("Counting while this window is open");
+        ? tr("Counting in the background (netinfo-recorder)")
+        : tr("Counting while this window is open");
     m_window.setRecordingState(text, status.problem);
     m_window.setBackgroundOffered(!status.recorderRunning);
 }
@@ -407,7 +418,8 @@ void HostApplication::chooseCountedInterfaces()
         return;
     CommonUtils::SetSettings(QStringLiteral("host"), kCountedInterfacesKey, dialog.chosen());
     if (m_options.interfacesGiven) {
-        showMessage(tr("The counted interfaces apply from the next start; --interface decides for this run."));
+        showMessage(
+            tr("The counted interfaces apply from the next start; --interface decides for this run."));
         return;
     }
     if (m_connection.source() != ConnectionLayer::Source::Real)
@@ -454,7 +466,8 @@ void HostApplication::onNotified(const QString& target, uint code, quintptr para
 void HostApplication::onConnectionStatus(unsigned int status)
 {
     // The measured interface may have been re-chosen with the route.
-    m_window.setSource(m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
+    m_window.setSource(
+        m_connection.source() == ConnectionLayer::Source::Simulated, m_connection.interfaceName());
     m_uConnectionStatus = status;
     if (m_bRunning)
         m_module.notify()->Notify(HostIds::MsgConnectionStatus, status, 0);
@@ -466,14 +479,14 @@ void HostApplication::openSettings()
         return;
     QObject* service = nullptr;
     auto* page = m_module.uiPlugin()->QueryInterface(HostIds::ViewServiceId, &service)
-                     ? qobject_cast<ISettingUIPlugin*>(service)
-                     : nullptr;
+        ? qobject_cast<ISettingUIPlugin*>(service)
+        : nullptr;
     SettingsDialog dialog(&m_window);
     dialog.addPage(page);
     if (dialog.pageCount() == 0) {
         CommonUtils::ShowMessage(QMessageBox::Information, &m_window, dialog.windowTitle(),
-                                 tr("The network information view has no settings."), QStringLiteral("IDS_OK"),
-                                 QString(), QString(), true, Qt::Dialog, nullptr, QString(), false);
+            tr("The network information view has no settings."), QStringLiteral("IDS_OK"), QString(),
+            QString(), true, Qt::Dialog, nullptr, QString(), false);
         return;
     }
     dialog.exec();
@@ -510,15 +523,15 @@ void HostApplication::finishRun()
 
 void HostApplication::setUpTray()
 {
-    m_tray = std::make_unique<TrayIcon>(&m_window, !m_options.headless && QSystemTrayIcon::isSystemTrayAvailable());
+    m_tray = std::make_unique<TrayIcon>(
+        &m_window, !m_options.headless && QSystemTrayIcon::isSystemTrayAvailable());
     connect(&m_singleInstance, &SingleInstance::showRequested, m_tray.get(), &TrayIcon::showWindow);
     connect(m_tray.get(), &TrayIcon::settingsRequested, this, &HostApplication::openSettings);
     // The history window comes with its own slot on the main window.
     if (m_window.metaObject()->indexOfMethod("showHistory()") >= 0) {
         m_tray->setHistoryAvailable(true);
-        connect(m_tray.get(), &TrayIcon::historyRequested, &m_window, [this] {
-            QMetaObject::invokeMethod(&m_window, "showHistory");
-        });
+        connect(m_tray.get(), &TrayIcon::historyRequested, &m_window,
+            [this] { QMetaObject::invokeMethod(&m_window, "showHistory"); });
     }
     QAction* autostart = m_window.toolsMenu()->addAction(tr("Start in the tray at login"));
     autostart->setCheckable(true);
@@ -536,9 +549,10 @@ void HostApplication::setUpTray()
         return;
     m_limitNotices = std::make_unique<LimitNotices>(LimitNotices::defaults());
     connect(m_limitNotices.get(), &LimitNotices::statusChanged, m_tray.get(), &TrayIcon::setStatus);
-    connect(&m_limitNotices->notifier(), &DesktopNotifier::openRequested, m_tray.get(), &TrayIcon::showWindow);
+    connect(
+        &m_limitNotices->notifier(), &DesktopNotifier::openRequested, m_tray.get(), &TrayIcon::showWindow);
     connect(&m_limitNotices->notifier(), &DesktopNotifier::disconnectRequested, &m_connection,
-            &ConnectionLayer::disconnectInterface);
+        &ConnectionLayer::disconnectInterface);
     connect(&m_limitTimer, &QTimer::timeout, this, &HostApplication::checkLimits);
 }
 

@@ -39,7 +39,7 @@ struct HostOptions
     // a bad option or an interface that is not there (looked up under
     // sysClassNet). --help prints the usage and exits.
     static bool parse(const QStringList& arguments, HostOptions& options, QString& message,
-                      const QString& sysClassNet = QStringLiteral("/sys/class/net"));
+        const QString& sysClassNet = QStringLiteral("/sys/class/net"));
     // In the user's cache folder: an installation may be shared or read-only.
     static QString defaultScreenshotPath();
 };

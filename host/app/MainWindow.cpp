@@ -9,10 +9,10 @@
 #include <QDockWidget>
 #include <QEvent>
 #include <QIcon>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
-#include <QLabel>
 
 namespace {
 constexpr int kSettleMs = 200;
@@ -24,8 +24,8 @@ MainWindow::MainWindow(QWidget* parent)
     setObjectName(QStringLiteral("NetInfo_MainWindow"));
     // The desktop's icon theme knows the installed icon; the build tree keeps its own.
     setWindowIcon(QIcon::fromTheme(QStringLiteral("netinfo"),
-                                   QIcon(CommonUtils::GetPluginLibraryPath()
-                                         + QStringLiteral("/share/icons/hicolor/256x256/apps/netinfo.png"))));
+        QIcon(CommonUtils::GetPluginLibraryPath()
+            + QStringLiteral("/share/icons/hicolor/256x256/apps/netinfo.png"))));
     resize(900, 560);
 
     m_pViewArea = new QWidget(this);
@@ -70,7 +70,7 @@ MainWindow::MainWindow(QWidget* parent)
     m_pLanguageGroup = new QActionGroup(this);
     m_pLanguageGroup->setExclusive(true);
     connect(m_pLanguageGroup, &QActionGroup::triggered, this,
-            [this](QAction* action) { emit languageRequested(action->data().toString()); });
+        [this](QAction* action) { emit languageRequested(action->data().toString()); });
     m_pHelpMenu = menuBar()->addMenu(QString());
     m_pAboutAction = m_pHelpMenu->addAction(QString());
     m_pAboutAction->setObjectName(QStringLiteral("NetInfo_AboutAction"));
@@ -159,7 +159,8 @@ void MainWindow::showHistory()
 {
     if (!m_pHistoryWindow) {
         const AllowanceSources sources = AllowanceSources::user();
-        m_pHistoryWindow = new HistoryWindow(sources.ledgerPath, sources.limitFile, sources.hostSettingsFile, this);
+        m_pHistoryWindow
+            = new HistoryWindow(sources.ledgerPath, sources.limitFile, sources.hostSettingsFile, this);
         m_pHistoryWindow->setAttribute(Qt::WA_DeleteOnClose);
         m_pHistoryWindow->resize(760, 420);
     }

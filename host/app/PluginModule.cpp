@@ -20,7 +20,7 @@ QString PluginModule::moduleFileName()
 
 QStringList PluginModule::requiredDataFiles()
 {
-    QStringList files{QStringLiteral("NetInfoUIExConfig.xml")};
+    QStringList files { QStringLiteral("NetInfoUIExConfig.xml") };
     for (int n = 1; n <= 9; ++n)
         files << QStringLiteral("Icon_%1").arg(n, 2, 10, QLatin1Char('0'));
     return files;
@@ -28,8 +28,7 @@ QStringList PluginModule::requiredDataFiles()
 
 PluginModule::PluginModule(const QString& directory)
     : m_strDirectory(directory)
-{
-}
+{ }
 
 // The module is never unloaded: the plug-in answers IsAllowRelease() with 0,
 // and its objects may still be referenced while the application winds down.
@@ -80,7 +79,7 @@ bool PluginModule::load()
     if (!m_pUIPlugin || !m_pNotify) {
         m_strError = QStringLiteral("%1: the plug-in object (%2) does not implement %3")
                          .arg(path, QString::fromLatin1(instance->metaObject()->className()),
-                              QString::fromLatin1(!m_pUIPlugin ? IUIPlugin_iid : INotify_iid));
+                             QString::fromLatin1(!m_pUIPlugin ? IUIPlugin_iid : INotify_iid));
         m_pUIPlugin = nullptr;
         m_pNotify = nullptr;
         return false;

@@ -16,7 +16,7 @@ QString SingleInstance::socketName()
     if (user.isEmpty())
         user = QString::number(qulonglong(getuid()));
     return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/netinfo-")
-           + user + QStringLiteral(".socket");
+        + user + QStringLiteral(".socket");
 }
 
 bool SingleInstance::activateRunning(const QString& name, int timeoutMs)
@@ -27,7 +27,8 @@ bool SingleInstance::activateRunning(const QString& name, int timeoutMs)
         return false;
     socket.write(kShow);
     // The reply proves a live instance read the request, not a stale socket.
-    return socket.waitForBytesWritten(timeoutMs) && socket.waitForReadyRead(timeoutMs) && socket.readAll() == "ok\n";
+    return socket.waitForBytesWritten(timeoutMs) && socket.waitForReadyRead(timeoutMs)
+        && socket.readAll() == "ok\n";
 }
 
 SingleInstance::SingleInstance(QObject* parent)
@@ -55,7 +56,7 @@ bool SingleInstance::listen(const QString& name)
     QLocalServer::removeServer(name);
     if (m_server.listen(name))
         return true;
-    QTextStream(stderr) << "netinfo: a second start cannot bring this window forward (" << m_server.errorString()
-                        << ")\n";
+    QTextStream(stderr) << "netinfo: a second start cannot bring this window forward ("
+                        << m_server.errorString() << ")\n";
     return false;
 }

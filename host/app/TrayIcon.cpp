@@ -93,10 +93,11 @@ QString TrayIcon::toolTipText(const notify::LimitStatus& status, const QLocale& 
 {
     if (!status.limited)
         return tr("NetInfo: no usage limit set");
-    QString text = tr("NetInfo: %1 of %2 used (%3 %)\n%4 left")
-                       .arg(amount(status.used, status.time, locale), amount(status.limit, status.time, locale))
-                       .arg(status.percent)
-                       .arg(amount(status.remaining, status.time, locale));
+    QString text
+        = tr("NetInfo: %1 of %2 used (%3 %)\n%4 left")
+              .arg(amount(status.used, status.time, locale), amount(status.limit, status.time, locale))
+              .arg(status.percent)
+              .arg(amount(status.remaining, status.time, locale));
     if (status.daysLeft >= 0)
         text += QLatin1Char('\n') + tr("%n day(s) left in this period", nullptr, status.daysLeft);
     return text;
@@ -109,7 +110,7 @@ void TrayIcon::setStatus(const notify::LimitStatus& status)
         return;
     m_pTray->setToolTip(m_strToolTip);
     QIcon icon;
-    for (int size : {16, 22, 32, 64})
+    for (int size : { 16, 22, 32, 64 })
         icon.addPixmap(QPixmap::fromImage(drawIcon(status.percent, color(status.colorName), size)));
     m_pTray->setIcon(icon);
 }

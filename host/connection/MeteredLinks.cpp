@@ -26,13 +26,12 @@ const QString kPropertiesInterface = QStringLiteral("org.freedesktop.DBus.Proper
 
 // NetworkManager announces many properties (statistics among them); only
 // these change which links exist or how they are classified.
-const QSet<QString> kRelevant = {QStringLiteral("Interface"), QStringLiteral("IpInterface"),
-                                 QStringLiteral("ActiveConnection"), QStringLiteral("Metered"),
-                                 QStringLiteral("Id"), QStringLiteral("Devices"),
-                                 QStringLiteral("ActiveConnections")};
+const QSet<QString> kRelevant = { QStringLiteral("Interface"), QStringLiteral("IpInterface"),
+    QStringLiteral("ActiveConnection"), QStringLiteral("Metered"), QStringLiteral("Id"),
+    QStringLiteral("Devices"), QStringLiteral("ActiveConnections") };
 
-QDBusMessage nmCall(const QString& path, const QString& interface, const QString& method,
-                    const QVariantList& arguments = {})
+QDBusMessage nmCall(
+    const QString& path, const QString& interface, const QString& method, const QVariantList& arguments = {})
 {
     QDBusMessage call = QDBusMessage::createMethodCall(kService, path, interface, method);
     call.setArguments(arguments);
@@ -64,18 +63,20 @@ MeteredLinks::MeteredLinks(const QDBusConnection& bus, QObject* parent)
     connect(&m_refreshTimer, &QTimer::timeout, this, &MeteredLinks::refresh);
     if (!m_bus.isConnected()) {
         qCInfo(lcConnection, "No system bus (%s): every link counts as unmetered",
-               qUtf8Printable(m_bus.lastError().message()));
+            qUtf8Printable(m_bus.lastError().message()));
         return;
     }
-    m_serviceWatcher = new QDBusServiceWatcher(kService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(m_serviceWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &MeteredLinks::scheduleRefresh);
+    m_serviceWatcher
+        = new QDBusServiceWatcher(kService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(
+        m_serviceWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &MeteredLinks::scheduleRefresh);
     m_bus.connect(kService, kManagerPath, kManagerInterface, QStringLiteral("DeviceAdded"), this,
-                  SLOT(scheduleRefresh()));
+        SLOT(scheduleRefresh()));
     m_bus.connect(kService, kManagerPath, kManagerInterface, QStringLiteral("DeviceRemoved"), this,
-                  SLOT(scheduleRefresh()));
+        SLOT(scheduleRefresh()));
     // Any object path: devices and active connections come and go.
     m_bus.connect(kService, QString(), kPropertiesInterface, QStringLiteral("PropertiesChanged"), this,
-                  SLOT(onPropertiesChanged(QDBusMessage)));
+        SLOT(onPropertiesChanged(QDBusMessage)));
     scheduleRefresh();
 }
 
@@ -142,31 +143,35 @@ void MeteredLinks::refresh()
                 if (reply.errorName() != QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown")
                     && reply.errorName() != QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner"))
                     qCWarning(lcConnection, "Cannot list NetworkManager's devices: %s %s",
-                              qUtf8Printable(reply.errorName()), qUtf8Printable(reply.errorMessage()));
+                        qUtf8Printable(reply.errorName()), qUtf8Printable(reply.errorMessage()));
                 settle();
                 return;
             }
             const auto devices = qdbus_cast<QList<QDBusObjectPath>>(reply.arguments().value(0));
             for (const QDBusObjectPath& device : devices) {
-                ask(nmCall(device.path(), kPropertiesInterface, QStringLiteral("GetAll"), {kDeviceInterface}),
+                ask(nmCall(
+                        device.path(), kPropertiesInterface, QStringLiteral("GetAll"), { kDeviceInterface }),
                     [gathering, ask, settle](const QDBusMessage& properties) {
                         if (properties.type() == QDBusMessage::ReplyMessage) {
                             const auto values = qdbus_cast<QVariantMap>(properties.arguments().value(0));
-                            const QString active = qdbus_cast<QDBusObjectPath>(values.value("ActiveConnection")).path();
+                            const QString active
+                                = qdbus_cast<QDBusObjectPath>(values.value("ActiveConnection")).path();
                             velt::LinkInfo link;
                             // A modem's control device is not where its traffic is counted.
                             link.interfaceName = values.value("IpInterface").toString();
                             if (link.interfaceName.isEmpty())
                                 link.interfaceName = values.value("Interface").toString();
                             link.metered = isMetered(values.value("Metered").toUInt());
-                            if (!link.interfaceName.isEmpty() && !active.isEmpty() && active != QLatin1String("/")) {
+                            if (!link.interfaceName.isEmpty() && !active.isEmpty()
+                                && active != QLatin1String("/")) {
                                 const qsizetype index = gathering->links.size();
                                 gathering->links.append(link);
                                 ask(nmCall(active, kPropertiesInterface, QStringLiteral("Get"),
-                                           {kActiveInterface, QStringLiteral("Id")}),
+                                        { kActiveInterface, QStringLiteral("Id") }),
                                     [gathering, index, settle](const QDBusMessage& id) {
                                         if (id.type() == QDBusMessage::ReplyMessage)
-                                            gathering->links[index].connection = unwrap(id.arguments().value(0)).toString();
+                                            gathering->links[index].connection
+                                                = unwrap(id.arguments().value(0)).toString();
                                         settle();
                                     });
                             }
@@ -183,17 +188,18 @@ void MeteredLinks::publish(const QList<velt::LinkInfo>& links)
     {
         QMutexLocker lock(&m_mutex);
         const bool same = std::equal(m_links.cbegin(), m_links.cend(), links.cbegin(), links.cend(),
-                                     [](const velt::LinkInfo& a, const velt::LinkInfo& b) {
-                                         return a.interfaceName == b.interfaceName && a.connection == b.connection
-                                                && a.metered == b.metered;
-                                     });
+            [](const velt::LinkInfo& a, const velt::LinkInfo& b) {
+                return a.interfaceName == b.interfaceName && a.connection == b.connection
+                    && a.metered == b.metered;
+            });
         if (same)
             return;
         m_links = links;
     }
     for (const velt::LinkInfo& link : links)
         qCInfo(lcConnection, "Link %s (%s): %s", qUtf8Printable(link.interfaceName),
-               qUtf8Printable(link.connection.isEmpty() ? QStringLiteral("no connection name") : link.connection),
-               link.metered ? "metered" : "not metered");
+            qUtf8Printable(
+                link.connection.isEmpty() ? QStringLiteral("no connection name") : link.connection),
+            link.metered ? "metered" : "not metered");
     emit changed();
 }

@@ -24,7 +24,8 @@ public:
 
     // The system bus honours DBUS_SYSTEM_BUS_ADDRESS. Never starts
     // NetworkManager: without it the list stays empty.
-    explicit MeteredLinks(const QDBusConnection& bus = QDBusConnection::systemBus(), QObject* parent = nullptr);
+    explicit MeteredLinks(
+        const QDBusConnection& bus = QDBusConnection::systemBus(), QObject* parent = nullptr);
     ~MeteredLinks() override;
 
     // Every device with an active connection. Thread-safe.

@@ -28,19 +28,22 @@ QString failureText(const QString& name, const QString& message, const QString& 
         || name == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner"))
         return NetworkManagerControl::notRunningMessage();
     if (name == QLatin1String("org.freedesktop.NetworkManager.UnknownDevice"))
-        return NetworkManagerControl::tr("Cannot disconnect: NetworkManager does not manage the interface \"%1\".")
+        return NetworkManagerControl::tr(
+            "Cannot disconnect: NetworkManager does not manage the interface \"%1\".")
             .arg(interfaceName);
     if (name == QLatin1String("org.freedesktop.NetworkManager.Device.NotActive"))
         return NetworkManagerControl::tr("\"%1\" is already disconnected.").arg(interfaceName);
     if (name == QLatin1String("org.freedesktop.NetworkManager.PermissionDenied")
         || isError(name, QDBusError::AccessDenied)
         || name == QLatin1String("org.freedesktop.DBus.Error.InteractiveAuthorizationRequired"))
-        return NetworkManagerControl::tr("You are not allowed to disconnect \"%1\". "
-                                         "Ask your administrator for the right to control network connections.")
+        return NetworkManagerControl::tr(
+            "You are not allowed to disconnect \"%1\". "
+            "Ask your administrator for the right to control network connections.")
             .arg(interfaceName);
     if (isError(name, QDBusError::NoReply) || isError(name, QDBusError::Timeout)
         || isError(name, QDBusError::TimedOut))
-        return NetworkManagerControl::tr("NetworkManager did not answer in time; \"%1\" may still be connected.")
+        return NetworkManagerControl::tr(
+            "NetworkManager did not answer in time; \"%1\" may still be connected.")
             .arg(interfaceName);
     return NetworkManagerControl::tr("NetworkManager could not disconnect \"%1\": %2")
         .arg(interfaceName, message.isEmpty() ? name : message);
@@ -63,7 +66,8 @@ QString NetworkManagerControl::notRunningMessage()
 
 QString NetworkManagerControl::noBusMessage()
 {
-    return NetworkManagerControl::tr("Disconnecting is not available: the system message bus cannot be reached.");
+    return NetworkManagerControl::tr(
+        "Disconnecting is not available: the system message bus cannot be reached.");
 }
 
 bool NetworkManagerControl::canDisconnect() const
@@ -87,8 +91,8 @@ void NetworkManagerControl::disconnectInterface(const QString& interfaceName)
 {
     if (interfaceName.isEmpty()) {
         qCWarning(lcConnection) << "Disconnect asked without an interface name";
-        finishLater(
-            interfaceName, { false, NetworkManagerControl::tr("Cannot disconnect: no network interface is measured.") });
+        finishLater(interfaceName,
+            { false, NetworkManagerControl::tr("Cannot disconnect: no network interface is measured.") });
         return;
     }
     if (!m_bus.isConnected()) {

@@ -50,7 +50,7 @@ bool Change::LoadLanguage(const QString& language)
     QCoreApplication* app = QCoreApplication::instance();
     if (!app) {
         qCWarning(lcHost, "Change: cannot load language \"%s\" without an application object",
-                  qUtf8Printable(language));
+            qUtf8Printable(language));
         return false;
     }
     if (!isLanguageName(language)) {
@@ -58,7 +58,7 @@ bool Change::LoadLanguage(const QString& language)
         return false;
     }
     const QString file = CommonUtils::GetPluginLibraryPath() + QStringLiteral("/translations/netinfo_")
-                         + language + QStringLiteral(".qm");
+        + language + QStringLiteral(".qm");
     // QTranslator::load falls back to shorter names; only this exact file counts.
     if (!QFileInfo(file).isFile()) {
         qCWarning(lcHost, "Change: translation file %s does not exist", qUtf8Printable(file));
@@ -87,7 +87,7 @@ bool Change::LoadLanguage(const QString& language)
     delete state.qtTranslator;
     auto qt = std::make_unique<QTranslator>();
     if (qt->load(QLocale(language), QStringLiteral("qtbase"), QStringLiteral("_"),
-                 QLibraryInfo::path(QLibraryInfo::TranslationsPath))
+            QLibraryInfo::path(QLibraryInfo::TranslationsPath))
         && app->installTranslator(qt.get())) {
         qt->setParent(app);
         state.qtTranslator = qt.release();

@@ -48,8 +48,8 @@ QString CommonUtils::AbstractButtonElidedText(QAbstractButton* button, const QSt
         qCWarning(lcHost, "CommonUtils: elide mode %d is unknown; eliding on the right", mode);
         mode = Qt::ElideRight;
     }
-    QString elided = button->fontMetrics().elidedText(text, static_cast<Qt::TextElideMode>(mode),
-                                                            qMax(0, labelWidth(button)));
+    QString elided = button->fontMetrics().elidedText(
+        text, static_cast<Qt::TextElideMode>(mode), qMax(0, labelWidth(button)));
     button->setText(elided);
     return elided;
 }

@@ -14,8 +14,8 @@ namespace {
 
 const QString kContext = QStringLiteral("NetInfoUIExPlugin");
 // Callers test the result against these codes, whatever the buttons say.
-constexpr std::array<QMessageBox::StandardButton, 3> kButtonCodes = {
-    QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Ignore};
+constexpr std::array<QMessageBox::StandardButton, 3> kButtonCodes
+    = { QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Ignore };
 
 using ButtonKeys = std::array<QString, 3>;
 
@@ -27,12 +27,12 @@ CommonUtils::MessageHook& messageHook()
 
 void logAnswer(const QString& title, const QString& text, int code, const char* by)
 {
-    qCInfo(lcHost, "Message box \"%s\": \"%s\" answered %d by %s", qUtf8Printable(title), qUtf8Printable(text),
-           code, by);
+    qCInfo(lcHost, "Message box \"%s\": \"%s\" answered %d by %s", qUtf8Printable(title),
+        qUtf8Printable(text), code, by);
 }
 
 QMessageBox* buildBox(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
-                      const ButtonKeys& keys, Qt::WindowFlags flags)
+    const ButtonKeys& keys, Qt::WindowFlags flags)
 {
     // Flags without a window type would make the box a child widget of parent.
     if (!(flags & Qt::WindowType_Mask))
@@ -55,13 +55,13 @@ QMessageBox* buildBox(QMessageBox::Icon icon, QWidget* parent, const QString& ti
 
 } // namespace
 
-int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
-                             const QString& button1, const QString& button2, const QString& button3, bool modal,
-                             Qt::WindowFlags flags, QDialog** dialog, const QString& reserved, bool reservedFlag)
+int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QString& title,
+    const QString& text, const QString& button1, const QString& button2, const QString& button3, bool modal,
+    Qt::WindowFlags flags, QDialog** dialog, const QString& reserved, bool reservedFlag)
 {
     Q_UNUSED(reserved);
     Q_UNUSED(reservedFlag);
-    const ButtonKeys keys = {button1, button2, button3};
+    const ButtonKeys keys = { button1, button2, button3 };
     const bool haveWidgets = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 
     // A copy: the hook may install another one while it runs.
@@ -78,9 +78,10 @@ int CommonUtils::ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QStr
     }
     if (hook)
         qCWarning(lcHost, "CommonUtils: the message hook needs a QApplication; not called for \"%s\"",
-                  qUtf8Printable(title));
+            qUtf8Printable(title));
     if (!haveWidgets) {
-        qCWarning(lcHost, "CommonUtils: no QApplication; message box \"%s\" not shown", qUtf8Printable(title));
+        qCWarning(
+            lcHost, "CommonUtils: no QApplication; message box \"%s\" not shown", qUtf8Printable(title));
         return 0;
     }
 

@@ -18,7 +18,7 @@ void CommonUtils::SetSettings(const QString& group, const QString& key, const QV
 {
     if (key.isEmpty()) {
         qCWarning(lcHost, "CommonUtils: host setting in group \"%s\" has no key; not written",
-                  qUtf8Printable(group));
+            qUtf8Printable(group));
         return;
     }
     QSettings settings(HostPaths::hostSettingsFile(), QSettings::IniFormat);
@@ -27,7 +27,7 @@ void CommonUtils::SetSettings(const QString& group, const QString& key, const QV
     settings.sync();
     if (settings.status() != QSettings::NoError)
         qCWarning(lcHost, "CommonUtils: cannot write host setting %s to %s",
-                  qUtf8Printable(settingKey(group, key)), qUtf8Printable(settings.fileName()));
+            qUtf8Printable(settingKey(group, key)), qUtf8Printable(settings.fileName()));
 }
 
 QVariant CommonUtils::GetSettings(const QString& group, const QString& key, const QVariant& defaultValue)
@@ -36,6 +36,7 @@ QVariant CommonUtils::GetSettings(const QString& group, const QString& key, cons
         return defaultValue;
     QSettings settings(HostPaths::hostSettingsFile(), QSettings::IniFormat);
     if (settings.status() != QSettings::NoError)
-        qCWarning(lcHost, "CommonUtils: cannot read host settings from %s", qUtf8Printable(settings.fileName()));
+        qCWarning(
+            lcHost, "CommonUtils: cannot read host settings from %s", qUtf8Printable(settings.fileName()));
     return settings.value(settingKey(group, key), defaultValue);
 }

@@ -38,8 +38,8 @@ const TagUnits* fittingUnit(unsigned long long value, const TagUnitsTable& table
 
 } // namespace
 
-QString CommonUtils::SpeedFluxToString(unsigned long long value, const TagUnitsTable& table,
-                                       const QString& module, const QLocale& locale)
+QString CommonUtils::SpeedFluxToString(
+    unsigned long long value, const TagUnitsTable& table, const QString& module, const QLocale& locale)
 {
     const TagUnits* unit = fittingUnit(value, table);
     if (!unit)

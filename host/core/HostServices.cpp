@@ -20,8 +20,10 @@ HostServices::HostServices(IPluginContainer* container)
         qCWarning(lcHost, "HostServices: no plug-in container; plug-ins will not find the host's services");
         return;
     }
-    m_pContainer->RegisterPlugin(kNotifyId, HostIds::NotifyServiceKind, QStringLiteral("NotifyService"), &m_notify);
-    m_pContainer->RegisterPlugin(kMainFrameId, HostIds::MainFrameKind, QStringLiteral("MainFrame"), &m_mainFrame);
+    m_pContainer->RegisterPlugin(
+        kNotifyId, HostIds::NotifyServiceKind, QStringLiteral("NotifyService"), &m_notify);
+    m_pContainer->RegisterPlugin(
+        kMainFrameId, HostIds::MainFrameKind, QStringLiteral("MainFrame"), &m_mainFrame);
 }
 
 HostServices::~HostServices()

@@ -2,5 +2,4 @@
 
 MainFrameService::MainFrameService(QObject* parent)
     : QObject(parent)
-{
-}
+{ }

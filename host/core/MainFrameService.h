@@ -22,7 +22,7 @@ public:
 
     QWidget* GetCentralWidget() override { return m_pCentral; }
     QWidget* GetTopLevelWidget() override { return m_pTopLevel; }
-    void Release() override {}
+    void Release() override { }
     int GetLastError() override { return 0; }
 
 private:

@@ -4,8 +4,7 @@
 
 NotifyService::NotifyService(QObject* parent)
     : QObject(parent)
-{
-}
+{ }
 
 int NotifyService::Notify(const QString& target, unsigned int code, quintptr param1, quintptr param2)
 {

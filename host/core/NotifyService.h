@@ -16,7 +16,7 @@ public:
 
     int Notify(const QString& target, unsigned int code, quintptr param1, quintptr param2) override;
     // Owned by the host (HostServices), never by the plug-in that found it.
-    void Release() override {}
+    void Release() override { }
     int GetLastError() override { return 0; }
 
 signals:

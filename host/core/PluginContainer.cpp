@@ -4,7 +4,7 @@
 
 QObject* PluginContainer::GetPlugin(const QString& id, int kind)
 {
-    const auto it = m_entries.find({id, kind});
+    const auto it = m_entries.find({ id, kind });
     return it == m_entries.end() ? nullptr : it->second.object.data();
 }
 
@@ -12,10 +12,10 @@ void PluginContainer::RegisterPlugin(const QString& id, int kind, const QString&
 {
     if (id.isEmpty() || !plugin) {
         qCWarning(lcHost, "PluginContainer: refusing to register \"%s\" (id \"%s\", kind %d): %s",
-                  qUtf8Printable(name), qUtf8Printable(id), kind, plugin ? "empty id" : "no object");
+            qUtf8Printable(name), qUtf8Printable(id), kind, plugin ? "empty id" : "no object");
         return;
     }
-    m_entries[{id, kind}] = Entry{plugin, name};
+    m_entries[{ id, kind }] = Entry { plugin, name };
 }
 
 int PluginContainer::IsPluginAvailable(const QString& name)
@@ -29,5 +29,5 @@ int PluginContainer::IsPluginAvailable(const QString& name)
 
 void PluginContainer::UnregisterPlugin(const QString& id, int kind)
 {
-    m_entries.erase({id, kind});
+    m_entries.erase({ id, kind });
 }

@@ -13,9 +13,9 @@
 
 namespace {
 
-constexpr std::array<int, 3> kSignals = {SIGTERM, SIGINT, SIGHUP};
+constexpr std::array<int, 3> kSignals = { SIGTERM, SIGINT, SIGHUP };
 // The self-pipe: the handler may only write(), so the event loop does the rest.
-int g_pipe[2] = {-1, -1};
+int g_pipe[2] = { -1, -1 };
 
 extern "C" void onSignal(int signalNumber)
 {
@@ -36,8 +36,10 @@ SignalWatcher::SignalWatcher(QObject* parent)
         return;
     }
     if (::pipe2(g_pipe, O_CLOEXEC | O_NONBLOCK) != 0) {
-        qCWarning(lcHost, "SignalWatcher: cannot create a pipe (%s); stop signals end the program without "
-                          "saving", strerror(errno));
+        qCWarning(lcHost,
+            "SignalWatcher: cannot create a pipe (%s); stop signals end the program without "
+            "saving",
+            strerror(errno));
         g_pipe[0] = g_pipe[1] = -1;
         return;
     }
@@ -66,10 +68,14 @@ SignalWatcher::~SignalWatcher()
 QString SignalWatcher::name(int signalNumber)
 {
     switch (signalNumber) {
-    case SIGTERM: return QStringLiteral("SIGTERM");
-    case SIGINT: return QStringLiteral("SIGINT");
-    case SIGHUP: return QStringLiteral("SIGHUP");
-    default: return QStringLiteral("signal %1").arg(signalNumber);
+    case SIGTERM:
+        return QStringLiteral("SIGTERM");
+    case SIGINT:
+        return QStringLiteral("SIGINT");
+    case SIGHUP:
+        return QStringLiteral("SIGHUP");
+    default:
+        return QStringLiteral("signal %1").arg(signalNumber);
     }
 }
 

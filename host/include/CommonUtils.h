@@ -29,10 +29,9 @@ public:
     // returned; *dialog (when given) receives it (hold it in a QPointer). For
     // a modal box *dialog is reset to null before returning. The trailing
     // string and flag are reserved.
-    static int ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QString& title,
-                           const QString& text, const QString& button1, const QString& button2,
-                           const QString& button3, bool modal, Qt::WindowFlags flags,
-                           QDialog** dialog, const QString& reserved, bool reservedFlag);
+    static int ShowMessage(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
+        const QString& button1, const QString& button2, const QString& button3, bool modal,
+        Qt::WindowFlags flags, QDialog** dialog, const QString& reserved, bool reservedFlag);
 
     // Answers message boxes without showing them: the hook gets the fully
     // built box and returns the button code. For tests only; pass an empty
@@ -43,15 +42,15 @@ public:
     // value scaled to the largest unit of table that it reaches, with that
     // unit's translated name: "0 B", "512 B", "1.50 KB", "2.25 MB".
     static QString SpeedFluxToString(unsigned long long value, const TagUnitsTable& table,
-                                     const QString& module, const QLocale& locale = QLocale());
+        const QString& module, const QLocale& locale = QLocale());
     // The translated name of the unit that speeds are plotted in (entry 0).
     static QString SpeedUnitToString(const TagUnitsTable& table, const QString& module);
 
     // Publishes a value in the host's own settings, where the statistics
     // service reads it (for example "uselimit"/"startmonthdate").
     static void SetSettings(const QString& group, const QString& key, const QVariant& value);
-    static QVariant GetSettings(const QString& group, const QString& key,
-                                const QVariant& defaultValue = QVariant());
+    static QVariant GetSettings(
+        const QString& group, const QString& key, const QVariant& defaultValue = QVariant());
 
     // Sets text on button, elided with mode (a Qt::TextElideMode) to the
     // button's current width; returns the text that was set.

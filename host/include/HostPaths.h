@@ -23,15 +23,14 @@ inline QString homeProblem()
 // Per-user data: the limit settings file and the usage ledger.
 inline QString userDataDir()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-           + QStringLiteral("/netinfo");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/netinfo");
 }
 
 // Per-user configuration: the host's own settings (INI format).
 inline QString hostSettingsFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-           + QStringLiteral("/netinfo/netinfo-host.conf");
+        + QStringLiteral("/netinfo/netinfo-host.conf");
 }
 
 } // namespace HostPaths

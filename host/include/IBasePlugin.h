@@ -2,8 +2,8 @@
 // contract: hosts built against an older header call through these tables.
 #pragma once
 
-#include <QtPlugin>
 #include <QString>
+#include <QtPlugin>
 
 class QObject;
 

@@ -3,7 +3,7 @@
 #include <QtGlobal>
 
 #if defined(HOSTCORE_LIBRARY)
-#  define HOSTCORE_EXPORT Q_DECL_EXPORT
+#define HOSTCORE_EXPORT Q_DECL_EXPORT
 #else
-#  define HOSTCORE_EXPORT Q_DECL_IMPORT
+#define HOSTCORE_EXPORT Q_DECL_IMPORT
 #endif

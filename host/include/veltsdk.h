@@ -5,9 +5,9 @@
 #define VELTSDK_H
 
 #if defined(VELTSDK_LIBRARY)
-#  define VELTSDK_EXPORT __attribute__((visibility("default")))
+#define VELTSDK_EXPORT __attribute__((visibility("default")))
 #else
-#  define VELTSDK_EXPORT
+#define VELTSDK_EXPORT
 #endif
 
 #ifdef __cplusplus
@@ -19,21 +19,21 @@ extern "C" {
 enum {
     VELT_STATISTICS_REPORT_SIZE = 576,
     VELT_REPORT_OFFSET_BYTES_RECEIVED = 524, /* unsigned 64-bit */
-    VELT_REPORT_OFFSET_BYTES_SENT = 532,     /* unsigned 64-bit */
-    VELT_REPORT_OFFSET_RECEIVE_SPEED = 540,  /* unsigned 32-bit, bytes per second */
-    VELT_REPORT_OFFSET_SEND_SPEED = 544,     /* unsigned 32-bit, bytes per second */
-    VELT_REPORT_OFFSET_DURATION = 556,       /* signed 64-bit, seconds */
-    VELT_REPORT_OFFSET_RESET_TIME = 572      /* unsigned 32-bit, seconds since the epoch */
+    VELT_REPORT_OFFSET_BYTES_SENT = 532, /* unsigned 64-bit */
+    VELT_REPORT_OFFSET_RECEIVE_SPEED = 540, /* unsigned 32-bit, bytes per second */
+    VELT_REPORT_OFFSET_SEND_SPEED = 544, /* unsigned 32-bit, bytes per second */
+    VELT_REPORT_OFFSET_DURATION = 556, /* signed 64-bit, seconds */
+    VELT_REPORT_OFFSET_RESET_TIME = 572 /* unsigned 32-bit, seconds since the epoch */
 };
 
 /* Report kinds of VELT_Statistics_GetReport. */
 enum {
-    VELT_REPORT_LIVE = 0,       /* the current connection */
-    VELT_REPORT_TODAY = 1,      /* since local midnight */
+    VELT_REPORT_LIVE = 0, /* the current connection */
+    VELT_REPORT_TODAY = 1, /* since local midnight */
     VELT_REPORT_LAST_RESET = 2, /* carries the time of the last reset */
-    VELT_REPORT_WEEK = 3,       /* since the start of the usage week */
-    VELT_REPORT_MONTH = 4,      /* since the start of the usage month */
-    VELT_REPORT_YEAR = 5        /* since 1 January */
+    VELT_REPORT_WEEK = 3, /* since the start of the usage week */
+    VELT_REPORT_MONTH = 4, /* since the start of the usage month */
+    VELT_REPORT_YEAR = 5 /* since 1 January */
 };
 
 /* The statistics-changed event. Its data is one byte: 1 while connected,

@@ -17,17 +17,17 @@ DesktopNotifier::DesktopNotifier(const QDBusConnection& bus, QObject* parent)
     , m_bus(bus)
 {
     m_bus.connect(kService, kPath, kInterface, QStringLiteral("ActionInvoked"), this,
-                  SLOT(onActionInvoked(uint, QString)));
-    m_bus.connect(kService, kPath, kInterface, QStringLiteral("NotificationClosed"), this,
-                  SLOT(onClosed(uint, uint)));
+        SLOT(onActionInvoked(uint, QString)));
+    m_bus.connect(
+        kService, kPath, kInterface, QStringLiteral("NotificationClosed"), this, SLOT(onClosed(uint, uint)));
 }
 
 bool DesktopNotifier::hasActions()
 {
     if (m_actions < 0) {
         const QDBusReply<QStringList> reply = m_bus.call(
-            QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("GetCapabilities")), QDBus::Block,
-            5000);
+            QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("GetCapabilities")),
+            QDBus::Block, 5000);
         // A server not up yet is asked again next time.
         if (!reply.isValid())
             return false;
@@ -46,11 +46,11 @@ bool DesktopNotifier::notify(const QString& summary, const QString& body, const 
     }
     QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Notify"));
     call << QStringLiteral("NetInfo") << uint(0) << QStringLiteral("netinfo") << summary << body << actions
-         << QVariantMap{{QStringLiteral("urgency"), QVariant::fromValue(uchar(1))}} << int(-1);
+         << QVariantMap { { QStringLiteral("urgency"), QVariant::fromValue(uchar(1)) } } << int(-1);
     const QDBusReply<uint> reply = m_bus.call(call, QDBus::Block, 5000);
     if (!reply.isValid()) {
         qCWarning(lcNotifier, "no desktop notification (%s): %s", qUtf8Printable(reply.error().name()),
-                  qUtf8Printable(summary));
+            qUtf8Printable(summary));
         return false;
     }
     m_devices.insert(reply.value(), device);

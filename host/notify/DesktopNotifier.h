@@ -16,7 +16,8 @@ public:
     static constexpr char ActionDisconnect[] = "disconnect";
     static constexpr char ActionOpen[] = "open";
 
-    explicit DesktopNotifier(const QDBusConnection& bus = QDBusConnection::sessionBus(), QObject* parent = nullptr);
+    explicit DesktopNotifier(
+        const QDBusConnection& bus = QDBusConnection::sessionBus(), QObject* parent = nullptr);
 
     // False (logged) when no server answers.
     bool notify(const QString& summary, const QString& body, const QString& device);
@@ -34,5 +35,5 @@ private slots:
 private:
     QDBusConnection m_bus;
     QHash<uint, QString> m_devices; // open notifications and their device
-    int m_actions = -1;             // -1: not asked yet
+    int m_actions = -1; // -1: not asked yet
 };

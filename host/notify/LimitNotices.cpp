@@ -14,8 +14,8 @@ Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
 LimitNotices::Files LimitNotices::defaults()
 {
     const QString dir = HostPaths::userDataDir();
-    return {dir + QStringLiteral("/usage.sqlite"), HostPaths::hostSettingsFile(),
-            dir + QStringLiteral("/DataUsageLimit.ini"), dir + QStringLiteral("/limit-warnings.ini")};
+    return { dir + QStringLiteral("/usage.sqlite"), HostPaths::hostSettingsFile(),
+        dir + QStringLiteral("/DataUsageLimit.ini"), dir + QStringLiteral("/limit-warnings.ini") };
 }
 
 LimitNotices::LimitNotices(Files files, const QDBusConnection& bus, QObject* parent)
@@ -23,16 +23,19 @@ LimitNotices::LimitNotices(Files files, const QDBusConnection& bus, QObject* par
     , m_files(std::move(files))
     , m_watch(m_files.limits, m_files.state)
     , m_notifier(bus)
-{
-}
+{ }
 
 QString LimitNotices::summary(notify::Crossing crossing)
 {
     switch (crossing) {
-    case notify::Crossing::DataWarning: return tr("Data usage is nearing the limit");
-    case notify::Crossing::DataLimit: return tr("Data usage limit reached");
-    case notify::Crossing::TimeWarning: return tr("Connection time is nearing the limit");
-    case notify::Crossing::TimeLimit: return tr("Connection time limit reached");
+    case notify::Crossing::DataWarning:
+        return tr("Data usage is nearing the limit");
+    case notify::Crossing::DataLimit:
+        return tr("Data usage limit reached");
+    case notify::Crossing::TimeWarning:
+        return tr("Connection time is nearing the limit");
+    case notify::Crossing::TimeLimit:
+        return tr("Connection time limit reached");
     }
     return QString();
 }
@@ -41,8 +44,8 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
 {
     notify::PeriodFigures figures;
     QString error;
-    if (!notify::LimitWatch::periodFigures(m_files.ledger, m_files.hostSettings, m_files.limits, now, figures,
-                                           error)) {
+    if (!notify::LimitWatch::periodFigures(
+            m_files.ledger, m_files.hostSettings, m_files.limits, now, figures, error)) {
         if (error != m_lastError)
             qCWarning(lcNotifier, "no limit warnings for now: %s", qUtf8Printable(error));
         m_lastError = error;
@@ -53,8 +56,8 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
     return true;
 }
 
-void LimitNotices::check(const notify::PeriodFigures& figures, bool viewWarns, const QString& device,
-                         const QDate& today)
+void LimitNotices::check(
+    const notify::PeriodFigures& figures, bool viewWarns, const QString& device, const QDate& today)
 {
     const QList<notify::Crossing> due = m_watch.check(figures, today);
     m_status = m_watch.status(figures, today);
@@ -63,8 +66,8 @@ void LimitNotices::check(const notify::PeriodFigures& figures, bool viewWarns, c
         return;
     for (notify::Crossing crossing : due) {
         const QString body = device.isEmpty()
-                                 ? tr("%1 % of this period's limit used.").arg(m_status.percent)
-                                 : tr("%1 % of this period's limit used on %2.").arg(m_status.percent).arg(device);
+            ? tr("%1 % of this period's limit used.").arg(m_status.percent)
+            : tr("%1 % of this period's limit used on %2.").arg(m_status.percent).arg(device);
         m_notifier.notify(summary(crossing), body, device);
     }
 }

@@ -14,23 +14,24 @@ class LimitNotices : public QObject
 public:
     struct Files
     {
-        QString ledger;       // the usage ledger, read-only here
+        QString ledger; // the usage ledger, read-only here
         QString hostSettings; // the period start days
-        QString limits;       // DataUsageLimit.ini
-        QString state;        // the warnings already given
+        QString limits; // DataUsageLimit.ini
+        QString state; // the warnings already given
     };
     // The user's files under HostPaths.
     static Files defaults();
 
-    explicit LimitNotices(Files files, const QDBusConnection& bus = QDBusConnection::sessionBus(),
-                          QObject* parent = nullptr);
+    explicit LimitNotices(
+        Files files, const QDBusConnection& bus = QDBusConnection::sessionBus(), QObject* parent = nullptr);
 
     // Reads the period's use and checks it; false (logged once) when the
     // ledger cannot be read.
     bool refresh(bool viewWarns, const QString& device, const QDateTime& now = QDateTime::currentDateTime());
     // The crossings of these figures, notified unless viewWarns; either way
     // each is given once per period.
-    void check(const notify::PeriodFigures& figures, bool viewWarns, const QString& device, const QDate& today);
+    void check(
+        const notify::PeriodFigures& figures, bool viewWarns, const QString& device, const QDate& today);
     // Whether the application holds its instance lock (its view then warns).
     static bool applicationRunning(const QString& lockPath = defaultApplicationLock());
     static QString defaultApplicationLock();

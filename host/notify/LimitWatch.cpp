@@ -12,20 +12,19 @@ Q_LOGGING_CATEGORY(lcLimitWatch, "netinfo.limitwatch")
 namespace notify {
 
 namespace {
-const QString kPeriodKey = QStringLiteral("period");
-const QString kFiredKey = QStringLiteral("fired");
+    const QString kPeriodKey = QStringLiteral("period");
+    const QString kFiredKey = QStringLiteral("fired");
 
-// The key the view's own dialog shows for each crossing, so the state file
-// reads like the warnings the user saw.
-const char* const kKeys[] = {"IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER", "IDS_BOX_TIMEWARNBEFORE",
-                             "IDS_BOX_TIMEWARNAFTER"};
+    // The key the view's own dialog shows for each crossing, so the state file
+    // reads like the warnings the user saw.
+    const char* const kKeys[]
+        = { "IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER", "IDS_BOX_TIMEWARNBEFORE", "IDS_BOX_TIMEWARNAFTER" };
 } // namespace
 
 LimitWatch::LimitWatch(QString limitFile, QString stateFile)
     : m_limitFile(std::move(limitFile))
     , m_stateFile(std::move(stateFile))
-{
-}
+{ }
 
 QString LimitWatch::textKey(Crossing crossing)
 {
@@ -54,7 +53,7 @@ QList<Crossing> LimitWatch::check(const PeriodFigures& figures, const QDate& tod
     QSettings state(m_stateFile, QSettings::IniFormat);
     const QString period = figures.start.toString(Qt::ISODate);
     QStringList fired = state.value(kPeriodKey).toString() == period ? state.value(kFiredKey).toStringList()
-                                                                      : QStringList();
+                                                                     : QStringList();
     const auto done = [&fired](Crossing c) { return fired.contains(textKey(c)); };
     rules.dataWarnBeforeArmed = !done(Crossing::DataWarning);
     rules.dataWarnBeforeShown = done(Crossing::DataWarning);
@@ -88,7 +87,7 @@ QList<Crossing> LimitWatch::check(const PeriodFigures& figures, const QDate& tod
     state.sync();
     if (state.status() != QSettings::NoError)
         qCWarning(lcLimitWatch, "cannot write %s: a warning may be repeated after a restart",
-                  qUtf8Printable(m_stateFile));
+            qUtf8Printable(m_stateFile));
     return due;
 }
 
@@ -119,8 +118,8 @@ LimitStatus LimitWatch::status(const PeriodFigures& figures, const QDate& today)
     return status;
 }
 
-bool LimitWatch::periodFigures(const QString& ledgerPath, const QString& hostSettings, const QString& limitFile,
-                               const QDateTime& now, PeriodFigures& figures, QString& error)
+bool LimitWatch::periodFigures(const QString& ledgerPath, const QString& hostSettings,
+    const QString& limitFile, const QDateTime& now, PeriodFigures& figures, QString& error)
 {
     const report::LimitSettings limit = report::readLimitSettings(limitFile);
     const velt::PeriodSettings periods = velt::PeriodSettingsReader(hostSettings).settings();
@@ -130,15 +129,23 @@ bool LimitWatch::periodFigures(const QString& ledgerPath, const QString& hostSet
     const report::Period& period = all.last(); // the limit's
     figures.start = period.start;
     switch (limit.kind) {
-    case report::LimitSettings::Kind::Daily: figures.end = period.start.addDays(1); break;
-    case report::LimitSettings::Kind::Weekly: figures.end = period.start.addDays(7); break;
-    case report::LimitSettings::Kind::Monthly: figures.end = period.start.addMonths(1); break;
-    case report::LimitSettings::Kind::FromDate: figures.end = QDateTime(); break;
+    case report::LimitSettings::Kind::Daily:
+        figures.end = period.start.addDays(1);
+        break;
+    case report::LimitSettings::Kind::Weekly:
+        figures.end = period.start.addDays(7);
+        break;
+    case report::LimitSettings::Kind::Monthly:
+        figures.end = period.start.addMonths(1);
+        break;
+    case report::LimitSettings::Kind::FromDate:
+        figures.end = QDateTime();
+        break;
     }
     std::unique_ptr<report::UsageSource> source = report::openLedger(ledgerPath, error);
     if (!source)
         return false;
-    const QList<report::PeriodUsage> used = report::collect(*source, {period});
+    const QList<report::PeriodUsage> used = report::collect(*source, { period });
     figures.bytes = used.isEmpty() ? 0 : used.first().total.received + used.first().total.sent;
     figures.seconds = used.isEmpty() ? 0 : used.first().total.connectedMs / 1000;
     return true;

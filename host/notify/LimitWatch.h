@@ -29,7 +29,7 @@ struct PeriodFigures
 struct LimitStatus
 {
     bool limited = false; // a limit is switched on
-    bool time = false;    // the figures are seconds, not bytes
+    bool time = false; // the figures are seconds, not bytes
     quint64 used = 0;
     quint64 limit = 0;
     int percent = 0;
@@ -57,8 +57,8 @@ public:
 
     // The period and its use from the report's reading of the settings and
     // the ledger at ledgerPath; false with the reason when unreadable.
-    static bool periodFigures(const QString& ledgerPath, const QString& hostSettings, const QString& limitFile,
-                              const QDateTime& now, PeriodFigures& figures, QString& error);
+    static bool periodFigures(const QString& ledgerPath, const QString& hostSettings,
+        const QString& limitFile, const QDateTime& now, PeriodFigures& figures, QString& error);
 
     static QString textKey(Crossing crossing);
 

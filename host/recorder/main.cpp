@@ -12,8 +12,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <QLoggingCategory>
+#include <QProcess>
 #include <QSaveFile>
 #include <QTimer>
 
@@ -40,7 +40,8 @@ QString describe(const velt::RecordingStatus& status)
         return QStringLiteral("recording; no interface to count yet");
     return QStringLiteral("recording %1%2")
         .arg(status.counted.join(QStringLiteral(", ")),
-             status.fallbackInterface ? QStringLiteral(" (no metered link seen: the default route's)") : QString());
+            status.fallbackInterface ? QStringLiteral(" (no metered link seen: the default route's)")
+                                     : QString());
 }
 
 constexpr int kTextfileMs = 60 * 1000;
@@ -57,13 +58,14 @@ bool writeTextfile(const QString& dir, const QString& ledgerPath)
         return false;
     }
     velt::PeriodSettingsReader settings(HostPaths::hostSettingsFile());
-    const QByteArray text = report::currentOpenMetrics(
-        *source, QDateTime::currentDateTime(), settings.settings(),
-        report::readLimitSettings(HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini")));
+    const QByteArray text
+        = report::currentOpenMetrics(*source, QDateTime::currentDateTime(), settings.settings(),
+            report::readLimitSettings(HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini")));
     QSaveFile file(QDir(dir).filePath(QStringLiteral("netinfo.prom")));
     if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
         return true;
-    qCWarning(lcRecorder, "cannot write %s: %s", qUtf8Printable(file.fileName()), qUtf8Printable(file.errorString()));
+    qCWarning(lcRecorder, "cannot write %s: %s", qUtf8Printable(file.fileName()),
+        qUtf8Printable(file.errorString()));
     return false;
 }
 
@@ -77,16 +79,16 @@ int parseArguments(QCoreApplication& app, velt::LinuxOptions& options, QString& 
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption interface(QStringLiteral("interface"),
-                                       QStringLiteral("Count the interface <name> (repeatable; default: the "
-                                                      "metered links, else the default route's)."),
-                                       QStringLiteral("name"));
+        QStringLiteral("Count the interface <name> (repeatable; default: the "
+                       "metered links, else the default route's)."),
+        QStringLiteral("name"));
     const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Print the trace lines."));
     const QCommandLineOption textfile(QStringLiteral("textfile"),
-                                      QStringLiteral("Keep <dir>/netinfo.prom up to date (OpenMetrics, every minute "
-                                                     "and on stop) for a metrics collector such as the node "
-                                                     "exporter's textfile collector."),
-                                      QStringLiteral("dir"));
-    parser.addOptions({interface, verbose, textfile});
+        QStringLiteral("Keep <dir>/netinfo.prom up to date (OpenMetrics, every minute "
+                       "and on stop) for a metrics collector such as the node "
+                       "exporter's textfile collector."),
+        QStringLiteral("dir"));
+    parser.addOptions({ interface, verbose, textfile });
     parser.process(app);
     if (parser.isSet(verbose))
         QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
@@ -105,25 +107,27 @@ int parseArguments(QCoreApplication& app, velt::LinuxOptions& options, QString& 
     }
     textfileDir = parser.value(textfile);
     if (parser.isSet(textfile) && !QFileInfo(textfileDir).isDir()) {
-        qCCritical(lcRecorder, "--textfile needs an existing directory, not \"%s\"", qUtf8Printable(textfileDir));
+        qCCritical(
+            lcRecorder, "--textfile needs an existing directory, not \"%s\"", qUtf8Printable(textfileDir));
         return 2;
     }
     return -1;
 }
 
 // Notifications of the limits' crossings, and their Disconnect and Open actions.
-void watchLimits(LimitNotices& notices, NetworkManagerControl& control, velt::LinuxBackend& backend, QTimer& limitTimer)
+void watchLimits(
+    LimitNotices& notices, NetworkManagerControl& control, velt::LinuxBackend& backend, QTimer& limitTimer)
 {
     QObject::connect(&notices.notifier(), &DesktopNotifier::disconnectRequested, &control,
-                     &ConnectionControl::disconnectInterface);
+        &ConnectionControl::disconnectInterface);
     QObject::connect(&control, &ConnectionControl::disconnectFinished, qApp,
-                     [](const QString& name, const DisconnectResult& result) {
-                         if (result.ok)
-                             qCInfo(lcRecorder, "%s disconnected from the limit warning", qUtf8Printable(name));
-                         else
-                             qCWarning(lcRecorder, "cannot disconnect %s: %s", qUtf8Printable(name),
-                                       qUtf8Printable(result.message));
-                     });
+        [](const QString& name, const DisconnectResult& result) {
+            if (result.ok)
+                qCInfo(lcRecorder, "%s disconnected from the limit warning", qUtf8Printable(name));
+            else
+                qCWarning(lcRecorder, "cannot disconnect %s: %s", qUtf8Printable(name),
+                    qUtf8Printable(result.message));
+        });
     QObject::connect(&notices.notifier(), &DesktopNotifier::openRequested, qApp, [] {
         const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/netinfo");
         const QString program = QFileInfo(beside).isExecutable() ? beside : QStringLiteral("netinfo");
@@ -135,7 +139,7 @@ void watchLimits(LimitNotices& notices, NetworkManagerControl& control, velt::Li
         // Disconnect needs one device to act on; several counted links get no such button.
         if (status.recording)
             notices.refresh(LimitNotices::applicationRunning(),
-                            status.counted.size() == 1 ? status.counted.first() : QString());
+                status.counted.size() == 1 ? status.counted.first() : QString());
     });
     limitTimer.start(10000);
 }
@@ -165,15 +169,17 @@ int main(int argc, char* argv[])
     int stopSignal = 0;
     QObject::connect(&stopSignals, &SignalWatcher::received, &app, [&stopSignal](int signalNumber) {
         if (stopSignal == 0)
-            qCInfo(lcRecorder, "%s received; saving the usage and stopping", qUtf8Printable(SignalWatcher::name(signalNumber)));
+            qCInfo(lcRecorder, "%s received; saving the usage and stopping",
+                qUtf8Printable(SignalWatcher::name(signalNumber)));
         stopSignal = signalNumber;
         QCoreApplication::quit();
     });
 
     auto backend = std::make_unique<velt::LinuxBackend>(options);
     if (!backend->isSupported()) {
-        qCCritical(lcRecorder, "this system's network counters cannot be read (%s/net/dev); nothing to record",
-                   qUtf8Printable(options.procRoot));
+        qCCritical(lcRecorder,
+            "this system's network counters cannot be read (%s/net/dev); nothing to record",
+            qUtf8Printable(options.procRoot));
         return 1;
     }
     NoSink sink;
@@ -182,7 +188,8 @@ int main(int argc, char* argv[])
         return 1;
     }
     QString lastState = describe(backend->recordingStatus());
-    qCInfo(lcRecorder, "started (process %lld): %s", QCoreApplication::applicationPid(), qUtf8Printable(lastState));
+    qCInfo(lcRecorder, "started (process %lld): %s", QCoreApplication::applicationPid(),
+        qUtf8Printable(lastState));
 
     // What is counted changes with the links; say so when it does, not every second.
     QTimer statusTimer;
@@ -201,13 +208,12 @@ int main(int argc, char* argv[])
     watchLimits(notices, control, *backend, limitTimer);
 
     const QString ledgerPath = options.databasePath.isEmpty()
-                                   ? HostPaths::userDataDir() + QStringLiteral("/usage.sqlite")
-                                   : options.databasePath;
+        ? HostPaths::userDataDir() + QStringLiteral("/usage.sqlite")
+        : options.databasePath;
     QTimer textfileTimer;
     if (!textfileDir.isEmpty()) {
-        QObject::connect(&textfileTimer, &QTimer::timeout, &app, [&] {
-            writeTextfile(textfileDir, ledgerPath);
-        });
+        QObject::connect(
+            &textfileTimer, &QTimer::timeout, &app, [&] { writeTextfile(textfileDir, ledgerPath); });
         textfileTimer.start(kTextfileMs);
     }
 
@@ -217,6 +223,6 @@ int main(int argc, char* argv[])
     if (!textfileDir.isEmpty())
         writeTextfile(textfileDir, ledgerPath);
     qCInfo(lcRecorder, "stopped cleanly%s; usage saved",
-           stopSignal ? qPrintable(QStringLiteral(" on ") + SignalWatcher::name(stopSignal)) : "");
+        stopSignal ? qPrintable(QStringLiteral(" on ") + SignalWatcher::name(stopSignal)) : "");
     return code;
 }

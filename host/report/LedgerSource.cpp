@@ -6,31 +6,30 @@ namespace report {
 
 namespace {
 
-// The ledger opened read-only: the recorder may be writing it meanwhile.
-class LedgerSource final : public UsageSource
-{
-public:
-    explicit LedgerSource(const QString& path)
-        : m_ledger(path, velt::LedgerAccess::ReadOnly)
+    // The ledger opened read-only: the recorder may be writing it meanwhile.
+    class LedgerSource final : public UsageSource
     {
-    }
+    public:
+        explicit LedgerSource(const QString& path)
+            : m_ledger(path, velt::LedgerAccess::ReadOnly)
+        { }
 
-    bool isUsable(QString& error) const
-    {
-        error = m_ledger.problem();
-        return m_ledger.isOpen();
-    }
+        bool isUsable(QString& error) const
+        {
+            error = m_ledger.problem();
+            return m_ledger.isOpen();
+        }
 
-    QList<KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) override
-    {
-        return m_ledger.usageByKey(fromSeconds, untilSeconds);
-    }
+        QList<KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) override
+        {
+            return m_ledger.usageByKey(fromSeconds, untilSeconds);
+        }
 
-    qint64 adjustment(qint64 periodStart) override { return m_ledger.adjustmentTotal(periodStart); }
+        qint64 adjustment(qint64 periodStart) override { return m_ledger.adjustmentTotal(periodStart); }
 
-private:
-    velt::UsageLedger m_ledger;
-};
+    private:
+        velt::UsageLedger m_ledger;
+    };
 
 } // namespace
 

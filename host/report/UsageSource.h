@@ -21,7 +21,11 @@ public:
     // Usage in [fromSeconds, untilSeconds), seconds since the epoch.
     virtual QList<KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) = 0;
     // The calibration entered for the period beginning at periodStart.
-    virtual qint64 adjustment(qint64 periodStart) { Q_UNUSED(periodStart) return 0; }
+    virtual qint64 adjustment(qint64 periodStart)
+    {
+        Q_UNUSED(periodStart)
+        return 0;
+    }
 };
 
 // The usage ledger at path, opened read-only so a running recorder is never

@@ -104,7 +104,7 @@ void Sdk::tick(bool connected)
     for (VELT_StatisticsCallback callback : callbacks) {
         if (!isRegistered(callback))
             continue;
-        unsigned char data[1] = {static_cast<unsigned char>(connected ? 1 : 0)};
+        unsigned char data[1] = { static_cast<unsigned char>(connected ? 1 : 0) };
         callback(VELT_EVENT_STATISTICS_CHANGED, data);
     }
 

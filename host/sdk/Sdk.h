@@ -51,7 +51,7 @@ private:
     // Held for a whole dispatch, so that unregistering can wait for it.
     // Recursive because a callback may make the backend tick again.
     std::recursive_mutex m_dispatchMutex;
-    std::atomic<std::thread::id> m_dispatchThread{};
+    std::atomic<std::thread::id> m_dispatchThread {};
 };
 
 } // namespace velt

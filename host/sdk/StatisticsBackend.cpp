@@ -5,22 +5,20 @@
 namespace velt {
 
 static_assert(VELT_REPORT_OFFSET_RESET_TIME + sizeof(quint32) <= VELT_STATISTICS_REPORT_SIZE,
-              "a report field lies outside the report");
+    "a report field lies outside the report");
 
 namespace {
-template<typename T>
-void put(void* report, int offset, T value)
-{
-    std::memcpy(static_cast<char*>(report) + offset, &value, sizeof value);
-}
+    template <typename T> void put(void* report, int offset, T value)
+    {
+        std::memcpy(static_cast<char*>(report) + offset, &value, sizeof value);
+    }
 
-template<typename T>
-T get(const void* report, int offset)
-{
-    T value;
-    std::memcpy(&value, static_cast<const char*>(report) + offset, sizeof value);
-    return value;
-}
+    template <typename T> T get(const void* report, int offset)
+    {
+        T value;
+        std::memcpy(&value, static_cast<const char*>(report) + offset, sizeof value);
+        return value;
+    }
 } // namespace
 
 void writeReport(const StatisticsRecord& record, void* report)

@@ -23,18 +23,21 @@ struct StatisticsRecord
     quint64 bytesReceived = 0;
     quint64 bytesSent = 0;
     quint32 receiveSpeed = 0; // bytes per second
-    quint32 sendSpeed = 0;    // bytes per second
-    qint64 duration = 0;      // seconds
-    quint32 resetTime = 0;    // seconds since the epoch
+    quint32 sendSpeed = 0; // bytes per second
+    qint64 duration = 0; // seconds
+    quint32 resetTime = 0; // seconds since the epoch
 };
 
 inline bool operator==(const StatisticsRecord& a, const StatisticsRecord& b)
 {
     return a.bytesReceived == b.bytesReceived && a.bytesSent == b.bytesSent
-        && a.receiveSpeed == b.receiveSpeed && a.sendSpeed == b.sendSpeed
-        && a.duration == b.duration && a.resetTime == b.resetTime;
+        && a.receiveSpeed == b.receiveSpeed && a.sendSpeed == b.sendSpeed && a.duration == b.duration
+        && a.resetTime == b.resetTime;
 }
-inline bool operator!=(const StatisticsRecord& a, const StatisticsRecord& b) { return !(a == b); }
+inline bool operator!=(const StatisticsRecord& a, const StatisticsRecord& b)
+{
+    return !(a == b);
+}
 
 // Only the record's fields are written; zeroing the reserved bytes is the
 // caller's business, as the C API does it once per call.

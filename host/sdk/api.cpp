@@ -95,7 +95,8 @@ int VELT_DevSrv_GetCustomizeName(char* buffer)
     if (backend->customizeName(name) != velt::Ok)
         return velt::CallFailed;
     // Stops at an embedded NUL too, so the C string is what the caller sees.
-    const size_t length = std::min<size_t>(qstrnlen(name.constData(), name.size()), VELT_CUSTOMIZE_NAME_SIZE - 1);
+    const size_t length
+        = std::min<size_t>(qstrnlen(name.constData(), name.size()), VELT_CUSTOMIZE_NAME_SIZE - 1);
     std::memcpy(buffer, name.constData(), length);
     buffer[length] = '\0';
     return velt::Ok;

@@ -18,12 +18,12 @@ namespace {
 constexpr int kCanvas = 64;
 constexpr qreal kScale = kCanvas / 16.0;
 
-const QColor kUp(0x2e, 0x8b, 0x57);      // upload: green
-const QColor kDown(0x1f, 0x6f, 0xc5);    // download: blue
-const QColor kInk(0x3c, 0x4a, 0x5c);     // outlines
-const QColor kPaper(0xfa, 0xfb, 0xfd);   // calendar sheets
-const QColor kHeader(0xd9, 0x4f, 0x3d);  // calendar binding strip
-const QColor kAccent(0xf0, 0xa2, 0x2c);  // highlighted day, bars
+const QColor kUp(0x2e, 0x8b, 0x57); // upload: green
+const QColor kDown(0x1f, 0x6f, 0xc5); // download: blue
+const QColor kInk(0x3c, 0x4a, 0x5c); // outlines
+const QColor kPaper(0xfa, 0xfb, 0xfd); // calendar sheets
+const QColor kHeader(0xd9, 0x4f, 0x3d); // calendar binding strip
+const QColor kAccent(0xf0, 0xa2, 0x2c); // highlighted day, bars
 
 using Painter = std::function<void(QPainter&)>;
 
@@ -81,9 +81,12 @@ QRectF calendar(QPainter& p, const QRectF& sheet)
     p.setBrush(Qt::NoBrush);
     p.drawRoundedRect(sheet, 1.2, 1.2);
     p.setPen(inkPen(1.0));
-    p.drawLine(QPointF(sheet.left() + 3.5, sheet.top() - 1.2), QPointF(sheet.left() + 3.5, sheet.top() + 1.4));
-    p.drawLine(QPointF(sheet.right() - 3.5, sheet.top() - 1.2), QPointF(sheet.right() - 3.5, sheet.top() + 1.4));
-    return QRectF(sheet.left() + 1.2, strip.bottom() + 1.0, sheet.width() - 2.4, sheet.bottom() - strip.bottom() - 2.0);
+    p.drawLine(
+        QPointF(sheet.left() + 3.5, sheet.top() - 1.2), QPointF(sheet.left() + 3.5, sheet.top() + 1.4));
+    p.drawLine(
+        QPointF(sheet.right() - 3.5, sheet.top() - 1.2), QPointF(sheet.right() - 3.5, sheet.top() + 1.4));
+    return QRectF(
+        sheet.left() + 1.2, strip.bottom() + 1.0, sheet.width() - 2.4, sheet.bottom() - strip.bottom() - 2.0);
 }
 
 void transfer(QPainter& p)
@@ -122,8 +125,11 @@ void statistics(QPainter& p)
     p.setPen(inkPen(1.0));
     p.drawLine(QPointF(1.5, 1.5), QPointF(1.5, 14.5));
     p.drawLine(QPointF(1.5, 14.5), QPointF(14.5, 14.5));
-    const struct { qreal x, top; QColor colour; } bars[] = {
-        {3.5, 9.0, kDown}, {7.0, 4.5, kUp}, {10.5, 7.0, kAccent}};
+    const struct
+    {
+        qreal x, top;
+        QColor colour;
+    } bars[] = { { 3.5, 9.0, kDown }, { 7.0, 4.5, kUp }, { 10.5, 7.0, kAccent } };
     for (const auto& bar : bars) {
         p.setPen(inkPen(0.6, bar.colour.darker(140)));
         p.setBrush(bar.colour);
@@ -253,8 +259,11 @@ QImage applicationIcon(int size)
     // Gauge: calm, busy and near-the-limit thirds of a 220 degree sweep.
     const QPointF hub(32.0, 33.0);
     const QRectF dial(hub.x() - 19.0, hub.y() - 19.0, 38.0, 38.0);
-    const struct { int from, span; QColor colour; } bands[] = {
-        {200, -80, kUp.lighter(150)}, {120, -70, kAccent}, {50, -70, kHeader.lighter(120)}};
+    const struct
+    {
+        int from, span;
+        QColor colour;
+    } bands[] = { { 200, -80, kUp.lighter(150) }, { 120, -70, kAccent }, { 50, -70, kHeader.lighter(120) } };
     for (const auto& band : bands) {
         QPen pen(band.colour, 6.0);
         pen.setCapStyle(Qt::FlatCap);
@@ -271,7 +280,8 @@ QImage applicationIcon(int size)
     // The speed trend underneath.
     QPainterPath trend;
     trend.moveTo(11.0, 52.0);
-    const QPointF points[] = {{18.0, 48.5}, {24.0, 50.5}, {31.0, 45.5}, {38.0, 48.0}, {45.0, 43.5}, {53.0, 46.0}};
+    const QPointF points[]
+        = { { 18.0, 48.5 }, { 24.0, 50.5 }, { 31.0, 45.5 }, { 38.0, 48.0 }, { 45.0, 43.5 }, { 53.0, 46.0 } };
     for (const QPointF& point : points)
         trend.lineTo(point);
     p.setPen(inkPen(2.6, kPaper));
@@ -304,13 +314,17 @@ int main(int argc, char* argv[])
     const QString skinFile = QString::fromLocal8Bit(argv[2]);
     const QString themeDir = QString::fromLocal8Bit(argv[3]);
 
-    const Painter icons[] = {transfer, upload, download, statistics, spare, today, month, year, bullet};
+    const Painter icons[] = { transfer, upload, download, statistics, spare, today, month, year, bullet };
     bool ok = true;
     int number = 1;
     for (const Painter& draw : icons)
-        ok = save(render(draw), QStringLiteral("%1/Icon_%2").arg(pluginDir).arg(number++, 2, 10, QLatin1Char('0')), err) && ok;
+        ok = save(render(draw),
+                 QStringLiteral("%1/Icon_%2").arg(pluginDir).arg(number++, 2, 10, QLatin1Char('0')), err)
+            && ok;
     ok = save(skin(), skinFile, err) && ok;
-    for (int size : {48, 256})
-        ok = save(applicationIcon(size), QStringLiteral("%1/%2x%2/apps/netinfo.png").arg(themeDir).arg(size), err) && ok;
+    for (int size : { 48, 256 })
+        ok = save(applicationIcon(size), QStringLiteral("%1/%2x%2/apps/netinfo.png").arg(themeDir).arg(size),
+                 err)
+            && ok;
     return ok ? 0 : 1;
 }

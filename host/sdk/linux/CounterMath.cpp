@@ -6,15 +6,15 @@
 namespace velt {
 
 namespace {
-constexpr quint64 k32BitRange = quint64(1) << 32;
+    constexpr quint64 k32BitRange = quint64(1) << 32;
 
-quint32 speed(quint64 bytes, qint64 elapsedMs)
-{
-    if (elapsedMs <= 0)
-        return 0;
-    const long double perSecond = static_cast<long double>(bytes) * 1000.0L / elapsedMs;
-    return static_cast<quint32>(std::min<long double>(perSecond, std::numeric_limits<quint32>::max()));
-}
+    quint32 speed(quint64 bytes, qint64 elapsedMs)
+    {
+        if (elapsedMs <= 0)
+            return 0;
+        const long double perSecond = static_cast<long double>(bytes) * 1000.0L / elapsedMs;
+        return static_cast<quint32>(std::min<long double>(perSecond, std::numeric_limits<quint32>::max()));
+    }
 } // namespace
 
 quint64 linkCapacity(quint64 bytesPerSecond, qint64 elapsedMs)
@@ -38,7 +38,8 @@ qint64 counterAdvance(quint64 before, quint64 after, quint64 capacity)
     return advance <= capacity ? qint64(advance) : -1;
 }
 
-CounterDelta counterDelta(const CounterReading& previous, const CounterReading& current, quint64 linkBytesPerSecond)
+CounterDelta counterDelta(
+    const CounterReading& previous, const CounterReading& current, quint64 linkBytesPerSecond)
 {
     CounterDelta delta;
     if (current.state != CounterReading::Present || previous.state == CounterReading::Unknown)
@@ -46,8 +47,9 @@ CounterDelta counterDelta(const CounterReading& previous, const CounterReading& 
 
     const bool recreated = previous.state == CounterReading::Absent
         || (previous.ifindex != 0 && current.ifindex != 0 && previous.ifindex != current.ifindex);
-    const qint64 elapsed = previous.monotonicMs < 0 || current.monotonicMs < 0 ? -1
-                                                                                : current.monotonicMs - previous.monotonicMs;
+    const qint64 elapsed = previous.monotonicMs < 0 || current.monotonicMs < 0
+        ? -1
+        : current.monotonicMs - previous.monotonicMs;
     // A clock that went backwards means another boot's or a broken clock: no bound.
     const quint64 capacity = linkCapacity(linkBytesPerSecond, recreated || elapsed < 0 ? -1 : elapsed);
     const qint64 received = counterAdvance(recreated ? 0 : previous.received, current.received, capacity);

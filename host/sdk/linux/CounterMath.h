@@ -28,7 +28,7 @@ struct CounterDelta
     quint64 sent = 0;
     quint32 receiveSpeed = 0; // bytes per second
     quint32 sendSpeed = 0;
-    qint64 elapsedMs = 0;     // a usable interval, else 0
+    qint64 elapsedMs = 0; // a usable interval, else 0
     bool implausible = false; // a counter moved further than the link can carry: nothing booked
 };
 
@@ -52,8 +52,8 @@ VELTSDK_EXPORT qint64 counterAdvance(quint64 before, quint64 after, quint64 capa
 // The traffic between two readings. Nothing is counted without a known
 // earlier reading; an interface that appeared or was re-created (new
 // ifindex) counts from zero; a missing interface counts nothing.
-VELTSDK_EXPORT CounterDelta counterDelta(const CounterReading& previous, const CounterReading& current,
-                                         quint64 linkBytesPerSecond = 0);
+VELTSDK_EXPORT CounterDelta counterDelta(
+    const CounterReading& previous, const CounterReading& current, quint64 linkBytesPerSecond = 0);
 
 // Connected time between two samples: only when connected at both and the
 // interval was observed.

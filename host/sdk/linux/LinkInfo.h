@@ -14,7 +14,7 @@ namespace velt {
 struct LinkInfo
 {
     QString interfaceName;
-    QString connection;   // NetworkManager's connection id; empty when unknown
+    QString connection; // NetworkManager's connection id; empty when unknown
     bool metered = false; // the active connection is metered (yes or guess-yes)
 };
 
@@ -29,11 +29,11 @@ enum class RecordingRole { Auto, Recorder };
 
 struct RecordingStatus
 {
-    bool recording = false;         // this process writes the ledger
-    bool recorderRunning = false;   // a recorder process writes it
+    bool recording = false; // this process writes the ledger
+    bool recorderRunning = false; // a recorder process writes it
     bool fallbackInterface = false; // no metered link seen yet: the default route's is counted
-    QStringList counted;            // the interfaces counted now
-    QString problem;                // why the ledger cannot be used as it should; empty when fine
+    QStringList counted; // the interfaces counted now
+    QString problem; // why the ledger cannot be used as it should; empty when fine
 };
 
 } // namespace velt

@@ -12,8 +12,7 @@ namespace velt {
 LinuxBackend::LinuxBackend(Options options)
     : m_options(options.resolved())
     , m_snapshot(std::make_unique<MeterSnapshot>())
-{
-}
+{ }
 
 LinuxBackend::~LinuxBackend()
 {
@@ -135,10 +134,9 @@ int LinuxBackend::onWorker(const std::function<int(UsageMeter&)>& call)
 bool LinuxBackend::tickNow()
 {
     return onWorker([this](UsageMeter&) {
-               sampleAndTick();
-               return int(Ok);
-           })
-        == Ok;
+        sampleAndTick();
+        return int(Ok);
+    }) == Ok;
 }
 
 int LinuxBackend::report(int kind, StatisticsRecord& record)

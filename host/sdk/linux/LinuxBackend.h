@@ -82,8 +82,8 @@ private:
     std::deque<std::function<void()>> m_tasks;
 
     std::thread m_thread;
-    std::atomic<std::thread::id> m_workerId{};
-    TickSink* m_sink = nullptr;           // set while stopped only
+    std::atomic<std::thread::id> m_workerId {};
+    TickSink* m_sink = nullptr; // set while stopped only
     std::unique_ptr<UsageMeter> m_meter; // lives on the worker
 
     mutable std::mutex m_snapshotMutex;

@@ -9,12 +9,12 @@
 namespace velt {
 
 namespace {
-qint64 bootTimeMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_BOOTTIME, &now);
-    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-}
+    qint64 bootTimeMs()
+    {
+        timespec now {};
+        clock_gettime(CLOCK_BOOTTIME, &now);
+        return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+    }
 } // namespace
 
 LinuxOptions LinuxOptions::resolved() const

@@ -33,7 +33,7 @@ struct VELTSDK_EXPORT LinuxOptions
     // suspend so that a resume shows as a gap.
     std::function<qint64()> monotonicMs;
     // Sampling period; zero samples only on LinuxBackend::tickNow().
-    std::chrono::milliseconds interval{1000};
+    std::chrono::milliseconds interval { 1000 };
     // Longest time usage stays unwritten (lost at most on a crash).
     qint64 commitIntervalMs = 10000;
 

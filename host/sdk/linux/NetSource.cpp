@@ -14,26 +14,26 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <ifaddrs.h>
 #include <linux/netlink.h>
 #include <linux/rtnetlink.h>
-#include <unistd.h>
-#include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 namespace velt {
 
 namespace {
-constexpr unsigned kRouteUp = 0x0001;     // RTF_UP
-constexpr unsigned kRouteReject = 0x0200; // RTF_REJECT: the kernel's "unreachable" placeholders
+    constexpr unsigned kRouteUp = 0x0001; // RTF_UP
+    constexpr unsigned kRouteReject = 0x0200; // RTF_REJECT: the kernel's "unreachable" placeholders
 
-bool parseHex(const QByteArray& field, quint64& value)
-{
-    bool ok = false;
-    value = field.toULongLong(&ok, 16);
-    return ok;
-}
+    bool parseHex(const QByteArray& field, quint64& value)
+    {
+        bool ok = false;
+        value = field.toULongLong(&ok, 16);
+        return ok;
+    }
 } // namespace
 
 QList<DeviceCounters> parseNetDev(const QByteArray& text, int* malformedLines)
@@ -109,7 +109,8 @@ QString parseDefaultRoute(const QByteArray& ipv4Routes, const QByteArray& ipv6Ro
     for (const QByteArray& line : ipv4Routes.split('\n')) {
         const QList<QByteArray> f = line.simplified().split(' ');
         quint64 destination, flags, mask;
-        if (f.size() < 8 || !parseHex(f.at(1), destination) || !parseHex(f.at(3), flags) || !parseHex(f.at(7), mask))
+        if (f.size() < 8 || !parseHex(f.at(1), destination) || !parseHex(f.at(3), flags)
+            || !parseHex(f.at(7), mask))
             continue;
         bool metricOk = false;
         const quint64 metric = f.at(6).toULongLong(&metricOk);
@@ -123,7 +124,8 @@ QString parseDefaultRoute(const QByteArray& ipv4Routes, const QByteArray& ipv6Ro
     for (const QByteArray& line : ipv6Routes.split('\n')) {
         const QList<QByteArray> f = line.simplified().split(' ');
         quint64 prefix, metric, flags;
-        if (f.size() < 10 || !parseHex(f.at(1), prefix) || !parseHex(f.at(5), metric) || !parseHex(f.at(8), flags))
+        if (f.size() < 10 || !parseHex(f.at(1), prefix) || !parseHex(f.at(5), metric)
+            || !parseHex(f.at(8), flags))
             continue;
         if (prefix == 0 && f.at(0).count('0') == f.at(0).size())
             consider(f.at(9), flags, metric);
@@ -133,7 +135,7 @@ QString parseDefaultRoute(const QByteArray& ipv4Routes, const QByteArray& ipv6Ro
 
 bool isMobileBroadbandName(const QString& name)
 {
-    for (const char* prefix : {"ww", "ppp", "usb", "rmnet"}) {
+    for (const char* prefix : { "ww", "ppp", "usb", "rmnet" }) {
         if (name.startsWith(QLatin1String(prefix)))
             return true;
     }
@@ -179,15 +181,17 @@ NetSource::NetSource(QString procRoot, LinkStateFn linkState, QString sysRoot)
     if (!m_cached)
         return;
     m_netlinkFd = socket(AF_NETLINK, SOCK_RAW | SOCK_NONBLOCK | SOCK_CLOEXEC, NETLINK_ROUTE);
-    sockaddr_nl local{};
+    sockaddr_nl local {};
     local.nl_family = AF_NETLINK;
-    local.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
+    local.nl_groups
+        = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
     if (m_netlinkFd >= 0 && bind(m_netlinkFd, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0) {
         ::close(m_netlinkFd);
         m_netlinkFd = -1;
     }
     if (m_netlinkFd < 0) {
-        qCWarning(lcLinux, "LinuxBackend: no link change notifications (%s); asking every sample", strerror(errno));
+        qCWarning(
+            lcLinux, "LinuxBackend: no link change notifications (%s); asking every sample", strerror(errno));
         m_cached = false;
     }
 }
@@ -195,7 +199,7 @@ NetSource::NetSource(QString procRoot, LinkStateFn linkState, QString sysRoot)
 NetSource::~NetSource()
 {
     forget();
-    for (int fd : {m_devFd, m_netlinkFd}) {
+    for (int fd : { m_devFd, m_netlinkFd }) {
         if (fd >= 0)
             ::close(fd);
     }
@@ -242,12 +246,14 @@ bool NetSource::readWanted()
             continue;
         auto files = m_counterFiles.find(device.name);
         if (files == m_counterFiles.end()) {
-            const QByteArray base = QFile::encodeName(m_sysRoot + QStringLiteral("/class/net/") + device.name
-                                                      + QStringLiteral("/statistics/"));
-            files = m_counterFiles.insert(device.name, CounterFiles{::open((base + "rx_bytes").constData(), O_RDONLY | O_CLOEXEC),
-                                                                    ::open((base + "tx_bytes").constData(), O_RDONLY | O_CLOEXEC)});
+            const QByteArray base = QFile::encodeName(
+                m_sysRoot + QStringLiteral("/class/net/") + device.name + QStringLiteral("/statistics/"));
+            files = m_counterFiles.insert(device.name,
+                CounterFiles { ::open((base + "rx_bytes").constData(), O_RDONLY | O_CLOEXEC),
+                    ::open((base + "tx_bytes").constData(), O_RDONLY | O_CLOEXEC) });
         }
-        for (auto [fd, value] : {std::pair{files->received, &device.received}, std::pair{files->sent, &device.sent}}) {
+        for (auto [fd, value] :
+            { std::pair { files->received, &device.received }, std::pair { files->sent, &device.sent } }) {
             char text[24];
             const ssize_t size = fd < 0 ? -1 : pread(fd, text, sizeof text - 1, 0);
             if (size <= 0)
@@ -284,8 +290,8 @@ bool NetSource::readTable(QList<DeviceCounters>& devices)
     }
     if (size < 0) {
         if (!std::exchange(m_warnedUnreadable, true))
-            qCWarning(lcLinux, "LinuxBackend: cannot read interface counters from %s: %s", qUtf8Printable(path),
-                      strerror(errno));
+            qCWarning(lcLinux, "LinuxBackend: cannot read interface counters from %s: %s",
+                qUtf8Printable(path), strerror(errno));
         if (m_devFd >= 0)
             ::close(m_devFd);
         m_devFd = -1;
@@ -295,14 +301,15 @@ bool NetSource::readTable(QList<DeviceCounters>& devices)
     int malformed = 0;
     devices = parseNetDev(QByteArray::fromRawData(m_buffer.constData(), int(size)), &malformed);
     if (malformed > 0 && !std::exchange(m_warnedMalformed, true))
-        qCWarning(lcLinux, "LinuxBackend: skipped %d unreadable line(s) of %s", malformed, qUtf8Printable(path));
+        qCWarning(
+            lcLinux, "LinuxBackend: skipped %d unreadable line(s) of %s", malformed, qUtf8Printable(path));
     return true;
 }
 
 void NetSource::forget()
 {
     for (const CounterFiles& files : std::as_const(m_counterFiles)) {
-        for (int fd : {files.received, files.sent}) {
+        for (int fd : { files.received, files.sent }) {
             if (fd >= 0)
                 ::close(fd);
         }
@@ -352,10 +359,12 @@ void NetSource::noteRemovedLinks(const char* data, size_t size)
         removed.ifindex = quint32(info->ifi_index);
         bool haveStats = false;
         int length = int(IFLA_PAYLOAD(header));
-        for (auto* attribute = IFLA_RTA(info); RTA_OK(attribute, length); attribute = RTA_NEXT(attribute, length)) {
+        for (auto* attribute = IFLA_RTA(info); RTA_OK(attribute, length);
+             attribute = RTA_NEXT(attribute, length)) {
             if (attribute->rta_type == IFLA_IFNAME) {
                 removed.name = QString::fromUtf8(static_cast<const char*>(RTA_DATA(attribute)));
-            } else if (attribute->rta_type == IFLA_STATS64 && RTA_PAYLOAD(attribute) >= sizeof(rtnl_link_stats64)) {
+            } else if (attribute->rta_type == IFLA_STATS64
+                && RTA_PAYLOAD(attribute) >= sizeof(rtnl_link_stats64)) {
                 rtnl_link_stats64 stats;
                 memcpy(&stats, RTA_DATA(attribute), sizeof stats);
                 removed.received = stats.rx_bytes;
@@ -376,8 +385,8 @@ QList<NetSource::RemovedLink> NetSource::takeRemovedLinks()
 QString NetSource::defaultRouteInterface()
 {
     if (!m_cached || !m_defaultRouteKnown) {
-        m_defaultRoute = parseDefaultRoute(readFile(QStringLiteral("self/net/route")),
-                                           readFile(QStringLiteral("self/net/ipv6_route")));
+        m_defaultRoute = parseDefaultRoute(
+            readFile(QStringLiteral("self/net/route")), readFile(QStringLiteral("self/net/ipv6_route")));
         m_defaultRouteKnown = true;
     }
     return m_defaultRoute;

@@ -30,7 +30,7 @@ struct LinkState
 {
     bool exists = false;
     bool up = false;
-    bool running = false;    // carrier, or the link is otherwise operational
+    bool running = false; // carrier, or the link is otherwise operational
     bool hasAddress = false; // a routable IPv4 or IPv6 address
     quint32 ifindex = 0;
 
@@ -56,7 +56,7 @@ public:
     // self/net/route, self/net/ipv6_route, sys/kernel/random/boot_id.
     // sysRoot is laid out like /sys: class/net/<name>/speed.
     explicit NetSource(QString procRoot = QStringLiteral("/proc"), LinkStateFn linkState = {},
-                       QString sysRoot = QStringLiteral("/sys"));
+        QString sysRoot = QStringLiteral("/sys"));
     ~NetSource();
     NetSource(const NetSource&) = delete;
     NetSource& operator=(const NetSource&) = delete;

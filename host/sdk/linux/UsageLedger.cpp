@@ -20,119 +20,134 @@
 namespace velt {
 
 namespace {
-constexpr int kSchemaVersion = 2;
-constexpr qint64 kDaySeconds = 86400;
-constexpr size_t kMaxCachedRanges = 16;
-constexpr qint64 kSqlMax = std::numeric_limits<qint64>::max();
+    constexpr int kSchemaVersion = 2;
+    constexpr qint64 kDaySeconds = 86400;
+    constexpr size_t kMaxCachedRanges = 16;
+    constexpr qint64 kSqlMax = std::numeric_limits<qint64>::max();
 
-const char* const kSchema[] = {
-    "CREATE TABLE IF NOT EXISTS meta (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS usage (interface TEXT NOT NULL, connection TEXT NOT NULL DEFAULT '',"
-    " bucket INTEGER NOT NULL, received INTEGER NOT NULL DEFAULT 0, sent INTEGER NOT NULL DEFAULT 0,"
-    " connected_ms INTEGER NOT NULL DEFAULT 0, PRIMARY KEY (interface, connection, bucket)) WITHOUT ROWID",
-    // Covers the range sums, so they never touch the table.
-    "CREATE INDEX IF NOT EXISTS usage_by_bucket ON usage (bucket, received, sent, connected_ms)",
-    // Every key summed per UTC day: a period reads its days here and only its
-    // partial first and last day in usage.
-    "CREATE TABLE IF NOT EXISTS usage_day (day INTEGER PRIMARY KEY, received INTEGER NOT NULL DEFAULT 0,"
-    " sent INTEGER NOT NULL DEFAULT 0, connected_ms INTEGER NOT NULL DEFAULT 0)",
-    "CREATE TABLE IF NOT EXISTS baseline (interface TEXT PRIMARY KEY, boot_id TEXT NOT NULL,"
-    " ifindex INTEGER NOT NULL, received INTEGER NOT NULL, sent INTEGER NOT NULL, taken_ms INTEGER NOT NULL)",
-};
+    const char* const kSchema[] = {
+        "CREATE TABLE IF NOT EXISTS meta (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
+        "CREATE TABLE IF NOT EXISTS usage (interface TEXT NOT NULL, connection TEXT NOT NULL DEFAULT '',"
+        " bucket INTEGER NOT NULL, received INTEGER NOT NULL DEFAULT 0, sent INTEGER NOT NULL DEFAULT 0,"
+        " connected_ms INTEGER NOT NULL DEFAULT 0, PRIMARY KEY (interface, connection, bucket)) WITHOUT "
+        "ROWID",
+        // Covers the range sums, so they never touch the table.
+        "CREATE INDEX IF NOT EXISTS usage_by_bucket ON usage (bucket, received, sent, connected_ms)",
+        // Every key summed per UTC day: a period reads its days here and only its
+        // partial first and last day in usage.
+        "CREATE TABLE IF NOT EXISTS usage_day (day INTEGER PRIMARY KEY, received INTEGER NOT NULL DEFAULT 0,"
+        " sent INTEGER NOT NULL DEFAULT 0, connected_ms INTEGER NOT NULL DEFAULT 0)",
+        "CREATE TABLE IF NOT EXISTS baseline (interface TEXT PRIMARY KEY, boot_id TEXT NOT NULL,"
+        " ifindex INTEGER NOT NULL, received INTEGER NOT NULL, sent INTEGER NOT NULL, taken_ms INTEGER NOT "
+        "NULL)",
+    };
 
-// From one interface per row without connections and a single baseline row.
-const char* const kUpgradeFrom1[] = {
-    "ALTER TABLE usage RENAME TO usage_v1",
-    "DROP INDEX IF EXISTS usage_by_bucket",
-    "ALTER TABLE baseline RENAME TO baseline_v1",
-};
-const char* const kUpgradeFrom1Copy[] = {
-    "INSERT INTO usage (interface, connection, bucket, received, sent, connected_ms)"
-    " SELECT interface, '', bucket, received, sent, connected_ms FROM usage_v1",
-    "INSERT INTO baseline SELECT interface, boot_id, ifindex, received, sent, -1 FROM baseline_v1",
-    "DROP TABLE usage_v1",
-    "DROP TABLE baseline_v1",
-    "INSERT OR REPLACE INTO usage_day (day, received, sent, connected_ms)"
-    " SELECT bucket - ((bucket % 86400) + 86400) % 86400 AS d, SUM(received), SUM(sent), SUM(connected_ms)"
-    " FROM usage GROUP BY d",
-};
+    // From one interface per row without connections and a single baseline row.
+    const char* const kUpgradeFrom1[] = {
+        "ALTER TABLE usage RENAME TO usage_v1",
+        "DROP INDEX IF EXISTS usage_by_bucket",
+        "ALTER TABLE baseline RENAME TO baseline_v1",
+    };
+    const char* const kUpgradeFrom1Copy[] = {
+        "INSERT INTO usage (interface, connection, bucket, received, sent, connected_ms)"
+        " SELECT interface, '', bucket, received, sent, connected_ms FROM usage_v1",
+        "INSERT INTO baseline SELECT interface, boot_id, ifindex, received, sent, -1 FROM baseline_v1",
+        "DROP TABLE usage_v1",
+        "DROP TABLE baseline_v1",
+        "INSERT OR REPLACE INTO usage_day (day, received, sent, connected_ms)"
+        " SELECT bucket - ((bucket % 86400) + 86400) % 86400 AS d, SUM(received), SUM(sent), "
+        "SUM(connected_ms)"
+        " FROM usage GROUP BY d",
+    };
 
-// Adds without ever leaving the signed 64-bit range SQLite stores.
-const char* const kSaturatingAdd = "MAX(%1, 0) + MIN(MAX(excluded.%1, 0), 9223372036854775807 - MAX(%1, 0))";
+    // Adds without ever leaving the signed 64-bit range SQLite stores.
+    const char* const kSaturatingAdd
+        = "MAX(%1, 0) + MIN(MAX(excluded.%1, 0), 9223372036854775807 - MAX(%1, 0))";
 
-quint64 saturatingAdd(quint64 a, quint64 b) { return b > ~quint64(0) - a ? ~quint64(0) : a + b; }
-qint64 toSql(quint64 value) { return qint64(std::min<quint64>(value, quint64(kSqlMax))); }
-
-QString newConnectionName()
-{
-    static std::atomic<int> serial{0};
-    return QStringLiteral("netinfo-usage-ledger-%1").arg(++serial);
-}
-
-// SQLite's primary result code behind an error, 0 when there is none.
-int sqliteCode(const QSqlError& error) { return error.nativeErrorCode().toInt() & 0xff; }
-
-bool isDamage(const QSqlError& error)
-{
-    const int code = sqliteCode(error);
-    return code == 11 /* SQLITE_CORRUPT */ || code == 26 /* SQLITE_NOTADB */;
-}
-
-std::atomic<int> g_failCountdown{0};
-
-// True, with the reason an I/O error would give, when a test made this operation fail.
-bool injected(QString& reason)
-{
-    int left = g_failCountdown.load();
-    while (left > 0 && !g_failCountdown.compare_exchange_weak(left, left - 1)) {
+    quint64 saturatingAdd(quint64 a, quint64 b)
+    {
+        return b > ~quint64(0) - a ? ~quint64(0) : a + b;
     }
-    if (left != 1)
-        return false;
-    reason = QStringLiteral("disk I/O error");
-    return true;
-}
+    qint64 toSql(quint64 value)
+    {
+        return qint64(std::min<quint64>(value, quint64(kSqlMax)));
+    }
 
-bool exec(QSqlQuery& query, const QString& statement, QString& reason)
-{
-    if (injected(reason))
-        return false;
-    if (query.exec(statement))
+    QString newConnectionName()
+    {
+        static std::atomic<int> serial { 0 };
+        return QStringLiteral("netinfo-usage-ledger-%1").arg(++serial);
+    }
+
+    // SQLite's primary result code behind an error, 0 when there is none.
+    int sqliteCode(const QSqlError& error)
+    {
+        return error.nativeErrorCode().toInt() & 0xff;
+    }
+
+    bool isDamage(const QSqlError& error)
+    {
+        const int code = sqliteCode(error);
+        return code == 11 /* SQLITE_CORRUPT */ || code == 26 /* SQLITE_NOTADB */;
+    }
+
+    std::atomic<int> g_failCountdown { 0 };
+
+    // True, with the reason an I/O error would give, when a test made this operation fail.
+    bool injected(QString& reason)
+    {
+        int left = g_failCountdown.load();
+        while (left > 0 && !g_failCountdown.compare_exchange_weak(left, left - 1)) { }
+        if (left != 1)
+            return false;
+        reason = QStringLiteral("disk I/O error");
         return true;
-    reason = query.lastError().text();
-    return false;
-}
-
-// Files and folders we create hold what the user did: private whatever the umask.
-void makePrivateFolder(const QString& path)
-{
-    QStringList missing;
-    for (QString folder = QDir::cleanPath(path); !folder.isEmpty() && !QFileInfo::exists(folder);) {
-        missing.prepend(folder);
-        const QString parent = QFileInfo(folder).path();
-        if (parent == folder)
-            break;
-        folder = parent;
     }
-    for (const QString& folder : std::as_const(missing)) {
-        const QByteArray name = QFile::encodeName(folder);
-        if (::mkdir(name.constData(), 0700) == 0)
-            ::chmod(name.constData(), 0700);
+
+    bool exec(QSqlQuery& query, const QString& statement, QString& reason)
+    {
+        if (injected(reason))
+            return false;
+        if (query.exec(statement))
+            return true;
+        reason = query.lastError().text();
+        return false;
     }
-}
 
-// SQLite gives a new database 0644 less the umask, and its -wal and -shm the
-// database's mode; so the file is there, private, before SQLite sees it.
-void createPrivateFile(const QString& path)
-{
-    const int fd = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                          0600);
-    if (fd < 0)
-        return; // there already, or SQLite will say why it cannot be created
-    ::fchmod(fd, 0600);
-    ::close(fd);
-}
+    // Files and folders we create hold what the user did: private whatever the umask.
+    void makePrivateFolder(const QString& path)
+    {
+        QStringList missing;
+        for (QString folder = QDir::cleanPath(path); !folder.isEmpty() && !QFileInfo::exists(folder);) {
+            missing.prepend(folder);
+            const QString parent = QFileInfo(folder).path();
+            if (parent == folder)
+                break;
+            folder = parent;
+        }
+        for (const QString& folder : std::as_const(missing)) {
+            const QByteArray name = QFile::encodeName(folder);
+            if (::mkdir(name.constData(), 0700) == 0)
+                ::chmod(name.constData(), 0700);
+        }
+    }
 
-qint64 dayStart(qint64 seconds) { return seconds - (((seconds % kDaySeconds) + kDaySeconds) % kDaySeconds); }
+    // SQLite gives a new database 0644 less the umask, and its -wal and -shm the
+    // database's mode; so the file is there, private, before SQLite sees it.
+    void createPrivateFile(const QString& path)
+    {
+        const int fd = ::open(
+            QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+        if (fd < 0)
+            return; // there already, or SQLite will say why it cannot be created
+        ::fchmod(fd, 0600);
+        ::close(fd);
+    }
+
+    qint64 dayStart(qint64 seconds)
+    {
+        return seconds - (((seconds % kDaySeconds) + kDaySeconds) % kDaySeconds);
+    }
 } // namespace
 
 Usage& Usage::operator+=(const Usage& other)
@@ -140,8 +155,8 @@ Usage& Usage::operator+=(const Usage& other)
     received = saturatingAdd(received, other.received);
     sent = saturatingAdd(sent, other.sent);
     connectedMs = qint64(std::min<quint64>(saturatingAdd(quint64(std::max<qint64>(connectedMs, 0)),
-                                                         quint64(std::max<qint64>(other.connectedMs, 0))),
-                                           quint64(kSqlMax)));
+                                               quint64(std::max<qint64>(other.connectedMs, 0))),
+        quint64(kSqlMax)));
     return *this;
 }
 
@@ -169,7 +184,7 @@ void UsageLedger::noteProblem(const QString& problem, const QString& reason)
 {
     if (m_problem != problem)
         qCWarning(lcLinux, "UsageLedger: %s: %s (%s)", qUtf8Printable(m_path), qUtf8Printable(problem),
-                  qUtf8Printable(reason));
+            qUtf8Printable(reason));
     m_problem = problem;
 }
 
@@ -188,12 +203,14 @@ bool UsageLedger::open(qint64 nowSeconds)
         closeConnection();
         const QString aside = moveAside();
         if (aside.isEmpty()) {
-            noteProblem(QStringLiteral("The usage file is damaged and cannot be moved aside; usage is kept in memory only"),
-                        reason);
+            noteProblem(
+                QStringLiteral(
+                    "The usage file is damaged and cannot be moved aside; usage is kept in memory only"),
+                reason);
             return false;
         }
         qCWarning(lcLinux, "UsageLedger: %s is unreadable (%s); moved it to %s and started a new ledger",
-                  qUtf8Printable(m_path), qUtf8Printable(reason), qUtf8Printable(aside));
+            qUtf8Printable(m_path), qUtf8Printable(reason), qUtf8Printable(aside));
         failure = openFile(reason);
     }
     if (failure == Failure::Damaged) {
@@ -206,11 +223,12 @@ bool UsageLedger::open(qint64 nowSeconds)
         return false;
     }
     if (failure == Failure::Unavailable) {
-        noteProblem(m_access == LedgerAccess::ReadOnly ? QStringLiteral("The usage file cannot be read now")
-                                                       : QStringLiteral("The usage file is in use by another program or "
-                                                                        "cannot be written; new usage is kept in memory "
-                                                                        "and written when it can be"),
-                    reason);
+        noteProblem(m_access == LedgerAccess::ReadOnly
+                ? QStringLiteral("The usage file cannot be read now")
+                : QStringLiteral("The usage file is in use by another program or "
+                                 "cannot be written; new usage is kept in memory "
+                                 "and written when it can be"),
+            reason);
         return false;
     }
     m_problem.clear();
@@ -328,7 +346,8 @@ bool UsageLedger::setUp(QString& reason)
         query.addBindValue(QString::number(kSchemaVersion));
         ok = query.exec();
         if (ok && !haveResetTime) {
-            query.prepare(QStringLiteral("INSERT OR REPLACE INTO meta (key, value) VALUES ('reset_time', ?)"));
+            query.prepare(
+                QStringLiteral("INSERT OR REPLACE INTO meta (key, value) VALUES ('reset_time', ?)"));
             query.addBindValue(QString::number(m_resetTime));
             ok = query.exec();
         }
@@ -361,23 +380,29 @@ bool UsageLedger::prepareStatements(QString& reason)
     const QString add = QLatin1String(kSaturatingAdd);
     const QString set = QStringLiteral(" DO UPDATE SET received = %1, sent = %2, connected_ms = %3")
                             .arg(add.arg(QLatin1String("received")), add.arg(QLatin1String("sent")),
-                                 add.arg(QLatin1String("connected_ms")));
-    const QString fine = QStringLiteral("SELECT received, sent, connected_ms FROM usage WHERE bucket >= ? AND bucket < ?");
+                                add.arg(QLatin1String("connected_ms")));
+    const QString fine
+        = QStringLiteral("SELECT received, sent, connected_ms FROM usage WHERE bucket >= ? AND bucket < ?");
     return prepare(m_sum,
-                   QStringLiteral("SELECT SUM(received), SUM(sent), SUM(connected_ms) FROM (%1 UNION ALL %1 UNION ALL "
-                                  "SELECT received, sent, connected_ms FROM usage_day WHERE day >= ? AND day < ?)")
-                       .arg(fine))
+               QStringLiteral(
+                   "SELECT SUM(received), SUM(sent), SUM(connected_ms) FROM (%1 UNION ALL %1 UNION ALL "
+                   "SELECT received, sent, connected_ms FROM usage_day WHERE day >= ? AND day < ?)")
+                   .arg(fine))
         && prepare(m_dataVersion, QStringLiteral("PRAGMA data_version"))
         && (m_access == LedgerAccess::ReadOnly
-            || (prepare(m_upsert, QStringLiteral("INSERT INTO usage (interface, connection, bucket, received, sent, "
-                                                 "connected_ms) VALUES (?, COALESCE(?, ''), ?, ?, ?, ?) ON CONFLICT (interface, "
-                                                 "connection, bucket)")
-                                      + set)
-                && prepare(m_upsertDay, QStringLiteral("INSERT INTO usage_day (day, received, sent, connected_ms) "
-                                                       "VALUES (?, ?, ?, ?) ON CONFLICT (day)")
-                                            + set)
-                && prepare(m_writeBaseline, QStringLiteral("INSERT OR REPLACE INTO baseline (interface, boot_id, "
-                                                           "ifindex, received, sent, taken_ms) VALUES (?, ?, ?, ?, ?, ?)"))));
+            || (prepare(m_upsert,
+                    QStringLiteral(
+                        "INSERT INTO usage (interface, connection, bucket, received, sent, "
+                        "connected_ms) VALUES (?, COALESCE(?, ''), ?, ?, ?, ?) ON CONFLICT (interface, "
+                        "connection, bucket)")
+                        + set)
+                && prepare(m_upsertDay,
+                    QStringLiteral("INSERT INTO usage_day (day, received, sent, connected_ms) "
+                                   "VALUES (?, ?, ?, ?) ON CONFLICT (day)")
+                        + set)
+                && prepare(m_writeBaseline,
+                    QStringLiteral("INSERT OR REPLACE INTO baseline (interface, boot_id, "
+                                   "ifindex, received, sent, taken_ms) VALUES (?, ?, ?, ?, ?, ?)"))));
 }
 
 // The reset time, the flags and the baselines as the file has them now.
@@ -393,17 +418,15 @@ void UsageLedger::loadState()
                 m_flags[key.mid(5)] = true;
         }
     }
-    if (query.exec(QStringLiteral("SELECT interface, boot_id, ifindex, received, sent, taken_ms FROM baseline"))) {
+    if (query.exec(
+            QStringLiteral("SELECT interface, boot_id, ifindex, received, sent, taken_ms FROM baseline"))) {
         while (query.next()) {
             const QString name = query.value(0).toString();
             if (m_dirtyBaselines.count(name))
                 continue; // ours, not yet written, is newer
-            m_baselines[name] = CounterBaseline{name,
-                                                query.value(1).toByteArray(),
-                                                query.value(2).toUInt(),
-                                                quint64(std::max<qint64>(query.value(3).toLongLong(), 0)),
-                                                quint64(std::max<qint64>(query.value(4).toLongLong(), 0)),
-                                                query.value(5).toLongLong()};
+            m_baselines[name] = CounterBaseline { name, query.value(1).toByteArray(), query.value(2).toUInt(),
+                quint64(std::max<qint64>(query.value(3).toLongLong(), 0)),
+                quint64(std::max<qint64>(query.value(4).toLongLong(), 0)), query.value(5).toLongLong() };
         }
     }
     loadAdjustments();
@@ -440,7 +463,7 @@ QString UsageLedger::moveAside()
         aside = m_path + QStringLiteral(".corrupt-%1-%2").arg(stamp).arg(n);
     if (!QFile::rename(m_path, aside))
         return {};
-    for (const char* suffix : {"-wal", "-shm"}) {
+    for (const char* suffix : { "-wal", "-shm" }) {
         const QString companion = m_path + QLatin1String(suffix);
         if (QFileInfo::exists(companion) && !QFile::rename(companion, aside + QLatin1String(suffix)))
             qCWarning(lcLinux, "UsageLedger: cannot move %s aside", qUtf8Printable(companion));
@@ -451,7 +474,7 @@ QString UsageLedger::moveAside()
 void UsageLedger::add(const UsageKey& key, qint64 atSeconds, const Usage& usage)
 {
     if (!usage.isEmpty())
-        m_pending[{key.interfaceName, key.connection, bucketStart(atSeconds)}] += usage;
+        m_pending[{ key.interfaceName, key.connection, bucketStart(atSeconds) }] += usage;
 }
 
 void UsageLedger::setBaseline(const CounterBaseline& baseline)
@@ -490,9 +513,10 @@ bool UsageLedger::writePending(QString& reason)
     std::map<qint64, Usage> days;
     for (const auto& [key, usage] : m_pending) {
         const auto& [name, connection, bucket] = key;
-        if ((usage.received > quint64(kSqlMax) || usage.sent > quint64(kSqlMax)) && !std::exchange(m_warnedClamp, true))
+        if ((usage.received > quint64(kSqlMax) || usage.sent > quint64(kSqlMax))
+            && !std::exchange(m_warnedClamp, true))
             qCWarning(lcLinux, "UsageLedger: usage of %s beyond what %s can hold; stored as the maximum",
-                      qUtf8Printable(name), qUtf8Printable(m_path));
+                qUtf8Printable(name), qUtf8Printable(m_path));
         m_upsert->bindValue(0, name);
         m_upsert->bindValue(1, connection);
         m_upsert->bindValue(2, bucket);
@@ -545,9 +569,10 @@ bool UsageLedger::commit()
         return false;
     if (!m_setUp) {
         if (!(setUp(reason) && prepareStatements(reason))) {
-            noteProblem(m_problem.isEmpty() ? QStringLiteral("The usage file cannot be written now; new usage is kept in memory")
-                                            : m_problem,
-                        reason);
+            noteProblem(m_problem.isEmpty()
+                    ? QStringLiteral("The usage file cannot be written now; new usage is kept in memory")
+                    : m_problem,
+                reason);
             return false;
         }
         loadState(); // what it held while it could not be read
@@ -557,7 +582,7 @@ bool UsageLedger::commit()
     if (!ok && reason.isEmpty())
         reason = db.lastError().text();
     ok = ok && writePending(reason);
-    for (QSqlQuery* query : {m_upsert.get(), m_upsertDay.get(), m_writeBaseline.get()})
+    for (QSqlQuery* query : { m_upsert.get(), m_upsertDay.get(), m_writeBaseline.get() })
         query->finish();
     if (ok && (injected(reason) || !db.commit())) {
         if (reason.isEmpty())
@@ -566,9 +591,10 @@ bool UsageLedger::commit()
     }
     if (!ok) {
         db.rollback();
-        noteProblem(QStringLiteral("The usage file is in use by another program or cannot be written; new usage is kept "
-                                   "in memory and written when it can be"),
-                    reason);
+        noteProblem(QStringLiteral(
+                        "The usage file is in use by another program or cannot be written; new usage is kept "
+                        "in memory and written when it can be"),
+            reason);
         return false;
     }
     if (!m_problem.isEmpty()) {
@@ -627,7 +653,7 @@ Usage UsageLedger::committedTotal(qint64 firstBucket, qint64 endBucket, bool& ok
     ok = true;
     if (!m_sum || endBucket <= firstBucket)
         return {};
-    const auto cached = m_committedCache.find({firstBucket, endBucket});
+    const auto cached = m_committedCache.find({ firstBucket, endBucket });
     if (cached != m_committedCache.end())
         return cached->second;
     // Whole days from the roll-up, the partial ones from the buckets.
@@ -635,7 +661,7 @@ Usage UsageLedger::committedTotal(qint64 firstBucket, qint64 endBucket, bool& ok
     qint64 dayUntil = dayStart(endBucket);
     if (dayFrom >= dayUntil)
         dayFrom = dayUntil = endBucket;
-    const qint64 bounds[] = {firstBucket, dayFrom, dayUntil, endBucket, dayFrom, dayUntil};
+    const qint64 bounds[] = { firstBucket, dayFrom, dayUntil, endBucket, dayFrom, dayUntil };
     for (int i = 0; i < 6; ++i)
         m_sum->bindValue(i, bounds[i]);
     Usage usage;
@@ -644,18 +670,20 @@ Usage UsageLedger::committedTotal(qint64 firstBucket, qint64 endBucket, bool& ok
             const qint64 v = m_sum->value(i).toLongLong();
             return v < 0 ? 0 : v;
         };
-        usage = Usage{quint64(value(0)), quint64(value(1)), value(2)};
+        usage = Usage { quint64(value(0)), quint64(value(1)), value(2) };
     } else {
         // SUM stops at the signed 64-bit range; beyond it the figure saturates.
         const QSqlError error = m_sum->lastError();
         if (error.text().contains(QLatin1String("overflow"), Qt::CaseInsensitive)) {
-            usage = Usage{~quint64(0), ~quint64(0), kSqlMax};
+            usage = Usage { ~quint64(0), ~quint64(0), kSqlMax };
             if (!std::exchange(m_warnedRead, true))
-                qCWarning(lcLinux, "UsageLedger: the usage in %s exceeds what can be summed; reporting the maximum",
-                          qUtf8Printable(m_path));
+                qCWarning(lcLinux,
+                    "UsageLedger: the usage in %s exceeds what can be summed; reporting the maximum",
+                    qUtf8Printable(m_path));
         } else {
             if (!std::exchange(m_warnedRead, true))
-                qCWarning(lcLinux, "UsageLedger: cannot read %s: %s", qUtf8Printable(m_path), qUtf8Printable(error.text()));
+                qCWarning(lcLinux, "UsageLedger: cannot read %s: %s", qUtf8Printable(m_path),
+                    qUtf8Printable(error.text()));
             ok = false;
         }
     }
@@ -697,20 +725,20 @@ QList<KeyedUsage> UsageLedger::usageByKey(qint64 fromSeconds, qint64 untilSecond
         query.addBindValue(untilSeconds);
         if (!query.exec())
             qCWarning(lcLinux, "UsageLedger: cannot read %s: %s", qUtf8Printable(m_path),
-                      qUtf8Printable(query.lastError().text()));
+                qUtf8Printable(query.lastError().text()));
         while (query.next()) {
             const auto value = [&query](int i) { return std::max<qint64>(query.value(i).toLongLong(), 0); };
-            byKey[UsageKey{query.value(0).toString(), query.value(1).toString()}] +=
-                Usage{quint64(value(2)), quint64(value(3)), value(4)};
+            byKey[UsageKey { query.value(0).toString(), query.value(1).toString() }]
+                += Usage { quint64(value(2)), quint64(value(3)), value(4) };
         }
     }
     for (const auto& [key, usage] : m_pending) {
         if (std::get<2>(key) >= firstBucket && std::get<2>(key) < untilSeconds)
-            byKey[UsageKey{std::get<0>(key), std::get<1>(key)}] += usage;
+            byKey[UsageKey { std::get<0>(key), std::get<1>(key) }] += usage;
     }
     QList<KeyedUsage> result;
     for (const auto& [key, usage] : byKey)
-        result.append(KeyedUsage{key, usage});
+        result.append(KeyedUsage { key, usage });
     return result;
 }
 
@@ -720,14 +748,16 @@ bool UsageLedger::reset(qint64 nowSeconds)
         QSqlDatabase db = QSqlDatabase::database(m_connection, false);
         QSqlQuery query(db);
         QString reason;
-        bool ok = m_access == LedgerAccess::ReadWrite && (m_setUp || (setUp(reason) && prepareStatements(reason)));
+        bool ok = m_access == LedgerAccess::ReadWrite
+            && (m_setUp || (setUp(reason) && prepareStatements(reason)));
         if (m_access == LedgerAccess::ReadOnly)
             reason = QStringLiteral("opened read-only");
         ok = ok && db.transaction();
         ok = ok && exec(query, QStringLiteral("DELETE FROM usage"), reason)
             && exec(query, QStringLiteral("DELETE FROM usage_day"), reason);
         if (ok) {
-            query.prepare(QStringLiteral("INSERT OR REPLACE INTO meta (key, value) VALUES ('reset_time', ?)"));
+            query.prepare(
+                QStringLiteral("INSERT OR REPLACE INTO meta (key, value) VALUES ('reset_time', ?)"));
             query.addBindValue(QString::number(nowSeconds));
             ok = query.exec();
             if (!ok)
@@ -741,7 +771,8 @@ bool UsageLedger::reset(qint64 nowSeconds)
         if (!ok) {
             if (reason.isEmpty())
                 reason = db.lastError().text();
-            qCWarning(lcLinux, "UsageLedger: cannot reset %s: %s", qUtf8Printable(m_path), qUtf8Printable(reason));
+            qCWarning(
+                lcLinux, "UsageLedger: cannot reset %s: %s", qUtf8Printable(m_path), qUtf8Printable(reason));
             db.rollback();
             return false;
         }
@@ -754,10 +785,11 @@ bool UsageLedger::reset(qint64 nowSeconds)
 
 namespace {
 
-// Created on first use rather than with the schema: an older ledger gains it
-// without an upgrade, and older readers never notice it.
-const char kAdjustmentTable[] = "CREATE TABLE IF NOT EXISTS adjustment (id INTEGER PRIMARY KEY, "
-                                "period_start INTEGER NOT NULL, amount_bytes INTEGER NOT NULL, created INTEGER NOT NULL)";
+    // Created on first use rather than with the schema: an older ledger gains it
+    // without an upgrade, and older readers never notice it.
+    const char kAdjustmentTable[]
+        = "CREATE TABLE IF NOT EXISTS adjustment (id INTEGER PRIMARY KEY, "
+          "period_start INTEGER NOT NULL, amount_bytes INTEGER NOT NULL, created INTEGER NOT NULL)";
 
 } // namespace
 
@@ -766,11 +798,12 @@ void UsageLedger::loadAdjustments()
     m_adjustments.clear();
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
     // No table yet means no adjustment.
-    if (!query.exec(QStringLiteral("SELECT id, period_start, amount_bytes, created FROM adjustment ORDER BY id")))
+    if (!query.exec(
+            QStringLiteral("SELECT id, period_start, amount_bytes, created FROM adjustment ORDER BY id")))
         return;
     while (query.next())
-        m_adjustments.append(Adjustment{query.value(0).toLongLong(), query.value(1).toLongLong(),
-                                        query.value(2).toLongLong(), query.value(3).toLongLong()});
+        m_adjustments.append(Adjustment { query.value(0).toLongLong(), query.value(1).toLongLong(),
+            query.value(2).toLongLong(), query.value(3).toLongLong() });
 }
 
 QList<Adjustment> UsageLedger::adjustments(qint64 fromSeconds, qint64 untilSeconds)
@@ -802,7 +835,8 @@ bool UsageLedger::addAdjustment(qint64 periodStart, qint64 amountBytes, qint64 c
         QSqlQuery query(QSqlDatabase::database(m_connection, false));
         bool ok = exec(query, QString::fromLatin1(kAdjustmentTable), reason);
         if (ok) {
-            query.prepare(QStringLiteral("INSERT INTO adjustment (period_start, amount_bytes, created) VALUES (?, ?, ?)"));
+            query.prepare(QStringLiteral(
+                "INSERT INTO adjustment (period_start, amount_bytes, created) VALUES (?, ?, ?)"));
             query.addBindValue(periodStart);
             query.addBindValue(amountBytes);
             query.addBindValue(createdSeconds);
@@ -816,7 +850,7 @@ bool UsageLedger::addAdjustment(qint64 periodStart, qint64 amountBytes, qint64 c
         }
     }
     qCWarning(lcLinux, "UsageLedger: cannot store the adjustment in %s: %s", qUtf8Printable(m_path),
-              qUtf8Printable(reason));
+        qUtf8Printable(reason));
     return false;
 }
 
@@ -837,7 +871,7 @@ bool UsageLedger::removeAdjustment(qint64 id)
         reason = query.lastError().text();
     }
     qCWarning(lcLinux, "UsageLedger: cannot remove adjustment %lld from %s: %s", id, qUtf8Printable(m_path),
-              qUtf8Printable(reason));
+        qUtf8Printable(reason));
     return false;
 }
 

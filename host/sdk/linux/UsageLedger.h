@@ -82,8 +82,8 @@ struct CounterBaseline
     bool isValid() const { return !interfaceName.isEmpty(); }
     bool operator==(const CounterBaseline& o) const
     {
-        return interfaceName == o.interfaceName && bootId == o.bootId && ifindex == o.ifindex && received == o.received
-            && sent == o.sent && monotonicMs == o.monotonicMs;
+        return interfaceName == o.interfaceName && bootId == o.bootId && ifindex == o.ifindex
+            && received == o.received && sent == o.sent && monotonicMs == o.monotonicMs;
     }
 };
 
@@ -117,7 +117,10 @@ public:
     // A flag that stays once set (written with the next commit).
     void setFlag(const QString& name);
     bool flag(const QString& name) const;
-    bool hasPending() const { return !m_pending.empty() || !m_dirtyBaselines.empty() || !m_pendingFlags.empty(); }
+    bool hasPending() const
+    {
+        return !m_pending.empty() || !m_dirtyBaselines.empty() || !m_pendingFlags.empty();
+    }
     // Writes the pending usage and baselines in one transaction. On failure
     // they stay pending for the next try.
     bool commit();
@@ -173,7 +176,7 @@ private:
     qint64 m_dataVersionSeen = -1;
 
     std::map<std::tuple<QString, QString, qint64>, Usage> m_pending; // interface, connection, bucket
-    std::map<std::pair<qint64, qint64>, Usage> m_committedCache;    // by [first, end) bucket
+    std::map<std::pair<qint64, qint64>, Usage> m_committedCache; // by [first, end) bucket
     std::map<QString, CounterBaseline> m_baselines;
     std::map<QString, bool> m_dirtyBaselines;
     std::map<QString, bool> m_flags, m_pendingFlags;

@@ -17,39 +17,42 @@
 namespace velt {
 
 namespace {
-// Set once a metered or mobile link was counted: from then on the default
-// route's interface is never counted in its place.
-const QString kMeteredSeen = QStringLiteral("metered_seen");
-// The host's settings are looked at this often, not every sample.
-constexpr qint64 kSettingsCheckMs = 10000;
+    // Set once a metered or mobile link was counted: from then on the default
+    // route's interface is never counted in its place.
+    const QString kMeteredSeen = QStringLiteral("metered_seen");
+    // The host's settings are looked at this often, not every sample.
+    constexpr qint64 kSettingsCheckMs = 10000;
 
-StatisticsRecord usageRecord(const Usage& usage)
-{
-    StatisticsRecord record;
-    record.bytesReceived = usage.received;
-    record.bytesSent = usage.sent;
-    record.duration = usage.connectedMs / 1000;
-    return record;
-}
+    StatisticsRecord usageRecord(const Usage& usage)
+    {
+        StatisticsRecord record;
+        record.bytesReceived = usage.received;
+        record.bytesSent = usage.sent;
+        record.duration = usage.connectedMs / 1000;
+        return record;
+    }
 
-int openLockFile(const QString& path)
-{
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (fd >= 0)
-        ::fchmod(fd, 0600); // private whatever the umask
-    return fd;
-}
+    int openLockFile(const QString& path)
+    {
+        const int fd = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        if (fd >= 0)
+            ::fchmod(fd, 0600); // private whatever the umask
+        return fd;
+    }
 
-bool tryLock(int fd, int operation)
-{
-    int result;
-    do
-        result = flock(fd, operation | LOCK_NB);
-    while (result != 0 && errno == EINTR);
-    return result == 0;
-}
+    bool tryLock(int fd, int operation)
+    {
+        int result;
+        do
+            result = flock(fd, operation | LOCK_NB);
+        while (result != 0 && errno == EINTR);
+        return result == 0;
+    }
 
-quint32 saturate32(quint64 value) { return quint32(std::min<quint64>(value, std::numeric_limits<quint32>::max())); }
+    quint32 saturate32(quint64 value)
+    {
+        return quint32(std::min<quint64>(value, std::numeric_limits<quint32>::max()));
+    }
 } // namespace
 
 UsageMeter::UsageMeter(const LinuxOptions& options)
@@ -57,15 +60,14 @@ UsageMeter::UsageMeter(const LinuxOptions& options)
     , m_source(options.procRoot, options.linkState, options.sysRoot)
     , m_ledger(options.databasePath)
     , m_periodSettings(options.settingsPath)
-{
-}
+{ }
 
 UsageMeter::~UsageMeter()
 {
     if (m_writer)
         m_ledger.commit();
     m_ledger.close();
-    for (int fd : {m_lockFd, m_recorderFd}) {
+    for (int fd : { m_lockFd, m_recorderFd }) {
         if (fd >= 0)
             ::close(fd); // releases the locks
     }
@@ -87,8 +89,9 @@ void UsageMeter::updateRole()
         if (m_lockFd < 0 || m_recorderFd < 0) {
             // Nobody else can write there either: go ahead alone.
             if (!std::exchange(m_warnedLock, true))
-                qCWarning(lcLinux, "LinuxBackend: cannot create the lock files beside %s (%s); writing without them",
-                          qUtf8Printable(m_options.databasePath), strerror(errno));
+                qCWarning(lcLinux,
+                    "LinuxBackend: cannot create the lock files beside %s (%s); writing without them",
+                    qUtf8Printable(m_options.databasePath), strerror(errno));
             if (!m_writer)
                 becomeWriter();
             return;
@@ -131,10 +134,12 @@ void UsageMeter::becomeReader()
         return; // keep writing until it is safe to stop
     flock(m_lockFd, LOCK_UN);
     m_writer = false;
-    qCInfo(lcLinux, "LinuxBackend: the recorder records usage now; reading %s", qUtf8Printable(m_options.databasePath));
+    qCInfo(lcLinux, "LinuxBackend: the recorder records usage now; reading %s",
+        qUtf8Printable(m_options.databasePath));
 }
 
-QStringList UsageMeter::countedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links, bool& fallback)
+QStringList UsageMeter::countedSet(
+    const QList<DeviceCounters>& devices, const QList<LinkInfo>& links, bool& fallback)
 {
     fallback = false;
     QStringList counted = m_options.interfaceNames;
@@ -159,7 +164,7 @@ QStringList UsageMeter::countedSet(const QList<DeviceCounters>& devices, const Q
         return counted;
     const QString route = m_source.defaultRouteInterface();
     fallback = !route.isEmpty();
-    return fallback ? QStringList{route} : QStringList{};
+    return fallback ? QStringList { route } : QStringList {};
 }
 
 // The ledger's baseline for this interface when it continues our counters:
@@ -173,7 +178,7 @@ CounterReading UsageMeter::baselineReading(const QString& name, quint32 ifindex)
     const CounterBaseline& b = found->second;
     if (b.bootId != m_bootId || (b.ifindex != 0 && ifindex != 0 && b.ifindex != ifindex))
         return reading;
-    reading = CounterReading{CounterReading::Present, ifindex, b.received, b.sent, b.monotonicMs};
+    reading = CounterReading { CounterReading::Present, ifindex, b.received, b.sent, b.monotonicMs };
     return reading;
 }
 
@@ -198,7 +203,7 @@ const MeterSnapshot& UsageMeter::step()
         m_overlay = Usage();
         for (const QString& name : counted) {
             const auto device = std::find_if(devices.cbegin(), devices.cend(),
-                                             [&name](const DeviceCounters& d) { return d.name == name; });
+                [&name](const DeviceCounters& d) { return d.name == name; });
             if (device == devices.cend())
                 continue; // gone: its last reading stays, should it come back
             sampleLink(*device, links, wallMs, nowMs, totals);
@@ -234,8 +239,9 @@ QStringList UsageMeter::updateCountedSet(const QList<DeviceCounters>& devices, c
     const QStringList counted = countedSet(devices, links, fallback);
     if (counted != m_counted || fallback != m_fallback)
         qCInfo(lcLinux, "LinuxBackend: counting %s%s",
-               qUtf8Printable(counted.isEmpty() ? QStringLiteral("nothing") : counted.join(QStringLiteral(", "))),
-               fallback ? " (the default route's, as no metered link was seen yet)" : "");
+            qUtf8Printable(
+                counted.isEmpty() ? QStringLiteral("nothing") : counted.join(QStringLiteral(", "))),
+            fallback ? " (the default route's, as no metered link was seen yet)" : "");
     m_counted = counted;
     m_fallback = fallback;
     m_source.setWanted(counted);
@@ -249,13 +255,14 @@ QStringList UsageMeter::updateCountedSet(const QList<DeviceCounters>& devices, c
     return counted;
 }
 
-void UsageMeter::sampleLink(const DeviceCounters& device, const QList<LinkInfo>& links, qint64 wallMs, qint64 nowMs,
-                            SampleTotals& totals)
+void UsageMeter::sampleLink(const DeviceCounters& device, const QList<LinkInfo>& links, qint64 wallMs,
+    qint64 nowMs, SampleTotals& totals)
 {
     const QString& name = device.name;
     const LinkState link = m_source.linkState(name);
-    const CounterReading current{CounterReading::Present, link.ifindex, device.received, device.sent, nowMs};
-    const std::pair<quint32, QString> key{link.ifindex, link.ifindex ? QString() : name};
+    const CounterReading current { CounterReading::Present, link.ifindex, device.received, device.sent,
+        nowMs };
+    const std::pair<quint32, QString> key { link.ifindex, link.ifindex ? QString() : name };
     const auto seen = m_seen.find(key);
     CounterReading previous;
     bool fromBaseline = false;
@@ -279,33 +286,34 @@ void UsageMeter::sampleLink(const DeviceCounters& device, const QList<LinkInfo>&
         m_indexByName.insert(name, link.ifindex);
     const CounterDelta delta = counterDelta(previous, current, m_source.linkBytesPerSecond(name));
     if (delta.implausible && !std::exchange(m_warnedImplausible[name], true))
-        qCWarning(lcLinux, "LinuxBackend: the counters of %s jumped further than the link can carry "
-                           "(%llu/%llu to %llu/%llu bytes); not counted",
-                  qUtf8Printable(name), previous.received, previous.sent, current.received, current.sent);
+        qCWarning(lcLinux,
+            "LinuxBackend: the counters of %s jumped further than the link can carry "
+            "(%llu/%llu to %llu/%llu bytes); not counted",
+            qUtf8Printable(name), previous.received, previous.sent, current.received, current.sent);
     const bool isConnected = link.exists ? link.connected() : false;
-    const qint64 connectedMs =
-        connectedInterval(seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs);
-    const Usage usage{delta.received, delta.sent, connectedMs};
+    const qint64 connectedMs
+        = connectedInterval(seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs);
+    const Usage usage { delta.received, delta.sent, connectedMs };
     QString connection;
     for (const LinkInfo& info : links) {
         if (info.interfaceName == name)
             connection = info.connection;
     }
     if (m_writer) {
-        m_ledger.add(UsageKey{name, connection}, wallMs / 1000, usage);
-        m_ledger.setBaseline({name, m_bootId, link.ifindex, current.received, current.sent, nowMs});
+        m_ledger.add(UsageKey { name, connection }, wallMs / 1000, usage);
+        m_ledger.setBaseline({ name, m_bootId, link.ifindex, current.received, current.sent, nowMs });
     } else {
         // What the writer has not committed yet, as far as its baseline shows.
-        const CounterDelta pending = counterDelta(baselineReading(name, link.ifindex), current,
-                                                  m_source.linkBytesPerSecond(name));
-        m_overlay += Usage{pending.received, pending.sent, 0};
+        const CounterDelta pending
+            = counterDelta(baselineReading(name, link.ifindex), current, m_source.linkBytesPerSecond(name));
+        m_overlay += Usage { pending.received, pending.sent, 0 };
     }
-        if (!fromBaseline)
+    if (!fromBaseline)
         totals.bookedLive += usage;
     totals.receiveSpeed += delta.receiveSpeed;
     totals.sendSpeed += delta.sendSpeed;
     totals.connected = totals.connected || isConnected;
-    m_seen[key] = Seen{current, name, isConnected, connection};
+    m_seen[key] = Seen { current, name, isConnected, connection };
 }
 
 // The current connection counts from this process's first sight of it.
@@ -317,7 +325,7 @@ void UsageMeter::updateLive(const SampleTotals& totals, qint64 nowMs)
         m_liveConnectedMs = 0;
     }
     if (totals.connected) {
-        Usage live{m_live.bytesReceived, m_live.bytesSent, 0};
+        Usage live { m_live.bytesReceived, m_live.bytesSent, 0 };
         live += totals.bookedLive;
         m_live.bytesReceived = live.received;
         m_live.bytesSent = live.sent;
@@ -335,17 +343,17 @@ void UsageMeter::updateLive(const SampleTotals& totals, qint64 nowMs)
 void UsageMeter::bookRemovedLinks(qint64 wallMs, qint64 nowMs)
 {
     for (const NetSource::RemovedLink& removed : m_source.takeRemovedLinks()) {
-        const auto seen = m_seen.find({removed.ifindex, QString()});
+        const auto seen = m_seen.find({ removed.ifindex, QString() });
         if (seen == m_seen.end() || seen->second.name != removed.name)
             continue;
         // Some drivers report a direction as zero by then: only an advance counts.
         const CounterReading& last = seen->second.reading;
-        const Usage usage{removed.received > last.received ? removed.received - last.received : 0,
-                          removed.sent > last.sent ? removed.sent - last.sent : 0, 0};
-        const quint64 capacity = linkCapacity(m_source.linkBytesPerSecond(removed.name),
-                                              last.monotonicMs < 0 ? -1 : nowMs - last.monotonicMs);
+        const Usage usage { removed.received > last.received ? removed.received - last.received : 0,
+            removed.sent > last.sent ? removed.sent - last.sent : 0, 0 };
+        const quint64 capacity = linkCapacity(
+            m_source.linkBytesPerSecond(removed.name), last.monotonicMs < 0 ? -1 : nowMs - last.monotonicMs);
         if (usage.received <= capacity && usage.sent <= capacity)
-            m_ledger.add(UsageKey{removed.name, seen->second.connection}, wallMs / 1000, usage);
+            m_ledger.add(UsageKey { removed.name, seen->second.connection }, wallMs / 1000, usage);
         m_seen.erase(seen);
     }
 }
@@ -357,7 +365,8 @@ void UsageMeter::updatePeriods(qint64 wallSeconds, qint64 nowMs)
     if (checkSettings) {
         m_settingsCheckedMs = nowMs;
         const PeriodSettings settings = m_periodSettings.settings();
-        if (settings.startWeekday != m_settings.startWeekday || settings.startMonthDay != m_settings.startMonthDay) {
+        if (settings.startWeekday != m_settings.startWeekday
+            || settings.startMonthDay != m_settings.startMonthDay) {
             m_settings = settings;
             m_periodsUntil = 0;
         }
@@ -383,7 +392,7 @@ StatisticsRecord UsageMeter::since(qint64 firstBucket, qint64 untilSeconds, qint
     // The operator's count has no direction: the correction goes to the
     // received side, and never below nothing.
     if (adjustment >= 0)
-        usage += Usage{quint64(adjustment), 0, 0};
+        usage += Usage { quint64(adjustment), 0, 0 };
     else
         usage.received -= std::min(usage.received, quint64(-adjustment));
     return usageRecord(usage);
@@ -406,7 +415,8 @@ void UsageMeter::updateReports(qint64 wallMs)
     reports[VELT_REPORT_MONTH] = since(m_startSeconds[2], until, m_ledger.adjustmentTotal(m_startSeconds[2]));
     reports[VELT_REPORT_YEAR] = since(m_startSeconds[3], until, yearAdjustment);
     reports[VELT_REPORT_LAST_RESET] = StatisticsRecord();
-    reports[VELT_REPORT_LAST_RESET].resetTime = static_cast<quint32>(std::clamp<qint64>(m_ledger.resetTime(), 0, UINT32_MAX));
+    reports[VELT_REPORT_LAST_RESET].resetTime
+        = static_cast<quint32>(std::clamp<qint64>(m_ledger.resetTime(), 0, UINT32_MAX));
     for (auto& [firstBucket, record] : m_snapshot.history)
         record = since(firstBucket, until);
 

@@ -28,7 +28,7 @@ struct MeterSnapshot
 {
     QString interfaceName; // the first counted interface
     bool connected = false;
-    std::array<StatisticsRecord, VELT_REPORT_YEAR + 1> reports{};
+    std::array<StatisticsRecord, VELT_REPORT_YEAR + 1> reports {};
     // Since the start of a bucket, for the starts asked lately.
     std::map<qint64, StatisticsRecord> history;
     RecordingStatus status;
@@ -79,9 +79,10 @@ private:
     };
     QStringList updateCountedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links);
     void sampleLink(const DeviceCounters& device, const QList<LinkInfo>& links, qint64 wallMs, qint64 nowMs,
-                    SampleTotals& totals);
+        SampleTotals& totals);
     void updateLive(const SampleTotals& totals, qint64 nowMs);
-    QStringList countedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links, bool& fallback);
+    QStringList countedSet(
+        const QList<DeviceCounters>& devices, const QList<LinkInfo>& links, bool& fallback);
     CounterReading baselineReading(const QString& name, quint32 ifindex) const;
     void bookRemovedLinks(qint64 wallMs, qint64 nowMs);
     void updatePeriods(qint64 wallSeconds, qint64 nowMs);
@@ -105,13 +106,13 @@ private:
     // By ifindex, or by name where the index is unknown: a renamed link keeps its counters.
     std::map<std::pair<quint32, QString>, Seen> m_seen;
     QHash<QString, quint32> m_indexByName;
-    QStringList m_present;          // the interfaces of the last readable sample
+    QStringList m_present; // the interfaces of the last readable sample
     QStringList m_presentNow;
     quint64 m_devicesVersion = ~quint64(0);
     QHash<QString, bool> m_warnedImplausible;
     bool m_sampled = false;
     bool m_continuing = false; // the first sample as the writer
-    Usage m_overlay;                // a reader's: usage the writer has not committed yet
+    Usage m_overlay; // a reader's: usage the writer has not committed yet
     bool m_wasConnected = false;
     bool m_fallback = false;
     QStringList m_counted;
@@ -121,7 +122,7 @@ private:
     qint64 m_liveConnectedMs = 0;
 
     qint64 m_startSeconds[4] = {}; // today, week, month, year
-    qint64 m_periodsFrom = 1;  // today's start; the starts hold until the next day's
+    qint64 m_periodsFrom = 1; // today's start; the starts hold until the next day's
     qint64 m_periodsUntil = 0;
     qint64 m_settingsCheckedMs = -1;
     PeriodSettings m_settings;

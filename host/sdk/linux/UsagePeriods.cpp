@@ -11,26 +11,26 @@
 namespace velt {
 
 namespace {
-QDate dayInMonth(int year, int month, int day)
-{
-    const QDate first(year, month, 1);
-    return QDate(year, month, std::min(day, first.daysInMonth()));
-}
-
-int readIndex(const QSettings& settings, const char* key, int last)
-{
-    const QString text = settings.value(QLatin1String(key)).toString().trimmed();
-    if (text.isEmpty())
-        return 0;
-    bool ok = false;
-    const int value = text.toInt(&ok);
-    if (!ok || value < 0 || value > last) {
-        qCWarning(lcLinux, "LinuxBackend: host setting %s=\"%s\" is not between 0 and %d; using 0", key,
-                  qUtf8Printable(text), last);
-        return 0;
+    QDate dayInMonth(int year, int month, int day)
+    {
+        const QDate first(year, month, 1);
+        return QDate(year, month, std::min(day, first.daysInMonth()));
     }
-    return value;
-}
+
+    int readIndex(const QSettings& settings, const char* key, int last)
+    {
+        const QString text = settings.value(QLatin1String(key)).toString().trimmed();
+        if (text.isEmpty())
+            return 0;
+        bool ok = false;
+        const int value = text.toInt(&ok);
+        if (!ok || value < 0 || value > last) {
+            qCWarning(lcLinux, "LinuxBackend: host setting %s=\"%s\" is not between 0 and %d; using 0", key,
+                qUtf8Printable(text), last);
+            return 0;
+        }
+        return value;
+    }
 } // namespace
 
 PeriodStarts periodStarts(const QDateTime& now, const PeriodSettings& settings)
@@ -56,8 +56,7 @@ PeriodStarts periodStarts(const QDateTime& now, const PeriodSettings& settings)
 
 PeriodSettingsReader::PeriodSettingsReader(QString settingsFile)
     : m_file(std::move(settingsFile))
-{
-}
+{ }
 
 PeriodSettings PeriodSettingsReader::settings()
 {
@@ -75,8 +74,9 @@ PeriodSettings PeriodSettingsReader::settings()
 
     QSettings file(m_file, QSettings::IniFormat);
     if (file.status() != QSettings::NoError) {
-        qCWarning(lcLinux, "LinuxBackend: cannot read the period settings in %s; weeks start on Sunday, months on the 1st",
-                  qUtf8Printable(m_file));
+        qCWarning(lcLinux,
+            "LinuxBackend: cannot read the period settings in %s; weeks start on Sunday, months on the 1st",
+            qUtf8Printable(m_file));
         return m_settings;
     }
     m_settings.startWeekday = readIndex(file, "uselimit/startweekdate", 6);

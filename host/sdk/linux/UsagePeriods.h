@@ -11,7 +11,7 @@ namespace velt {
 
 struct PeriodSettings
 {
-    int startWeekday = 0;  // 0 = Sunday .. 6 = Saturday
+    int startWeekday = 0; // 0 = Sunday .. 6 = Saturday
     int startMonthDay = 0; // 0 = the 1st .. 30 = the 31st
 };
 

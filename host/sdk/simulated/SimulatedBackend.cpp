@@ -11,34 +11,34 @@
 namespace velt {
 
 namespace {
-constexpr quint64 KB = 1024;
-constexpr quint64 MB = 1024 * KB;
-constexpr quint64 GB = 1024 * MB;
+    constexpr quint64 KB = 1024;
+    constexpr quint64 MB = 1024 * KB;
+    constexpr quint64 GB = 1024 * MB;
 
-// The period kinds that accumulate usage and that a reset clears.
-constexpr int kPeriodKinds[] = {VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR};
+    // The period kinds that accumulate usage and that a reset clears.
+    constexpr int kPeriodKinds[]
+        = { VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR };
 
-int indexOf(SdkCall call)
-{
-    const int index = static_cast<int>(call);
-    return index >= 0 && index < SdkCallCount ? index : -1;
-}
+    int indexOf(SdkCall call)
+    {
+        const int index = static_cast<int>(call);
+        return index >= 0 && index < SdkCallCount ? index : -1;
+    }
 
-StatisticsRecord usage(quint64 received, quint64 sent, qint64 seconds)
-{
-    StatisticsRecord record;
-    record.bytesReceived = received;
-    record.bytesSent = sent;
-    record.duration = seconds;
-    return record;
-}
+    StatisticsRecord usage(quint64 received, quint64 sent, qint64 seconds)
+    {
+        StatisticsRecord record;
+        record.bytesReceived = received;
+        record.bytesSent = sent;
+        record.duration = seconds;
+        return record;
+    }
 } // namespace
 
 SimulatedBackend::SimulatedBackend(Clock clock)
     : m_clock(clock ? std::move(clock) : Clock([] { return QDateTime::currentSecsSinceEpoch(); }))
     , m_customizeName("common")
-{
-}
+{ }
 
 SimulatedBackend::~SimulatedBackend()
 {

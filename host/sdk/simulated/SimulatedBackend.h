@@ -74,11 +74,11 @@ private:
 
     mutable std::mutex m_mutex;
     TickSink* m_sink = nullptr;
-    std::array<StatisticsRecord, VELT_REPORT_YEAR + 1> m_reports{};
+    std::array<StatisticsRecord, VELT_REPORT_YEAR + 1> m_reports {};
     StatisticsRecord m_history;
     quint64 m_lastHistoryKey = 0;
-    std::array<bool, SdkCallCount> m_failNext{};
-    std::array<int, SdkCallCount> m_callCount{};
+    std::array<bool, SdkCallCount> m_failNext {};
+    std::array<int, SdkCallCount> m_callCount {};
     bool m_connected = false;
     QByteArray m_customizeName;
 
