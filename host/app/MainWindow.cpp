@@ -132,6 +132,8 @@ void MainWindow::setSource(bool simulated, const QString& interfaceName)
 {
     m_bSimulated = simulated;
     m_strInterface = interfaceName;
+    // Demo figures are not in the ledger: the limit panel would contradict them.
+    m_pAllowanceDock->setVisible(!simulated);
     retranslate();
 }
 
