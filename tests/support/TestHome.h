@@ -6,8 +6,8 @@
 #include <QByteArray>
 #include <QList>
 #include <QPair>
-#include <QStringList>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 class TestHome
@@ -22,17 +22,16 @@ public:
     TestHome& operator=(const TestHome&) = delete;
 
     bool isValid() const { return m_dir.isValid(); }
-    QString homePath() const;      // <home>
-    QString pluginDir() const;     // <home>/plugins/NetInfoUIExPlugin
-    QString dataHome() const;      // XDG_DATA_HOME
-    QString configHome() const;    // XDG_CONFIG_HOME
+    QString homePath() const; // <home>
+    QString pluginDir() const; // <home>/plugins/NetInfoUIExPlugin
+    QString dataHome() const; // XDG_DATA_HOME
+    QString configHome() const; // XDG_CONFIG_HOME
     QString userFile(const QString& name) const; // XDG_DATA_HOME/netinfo/<name>
 
     // Copies a shipped file of the source tree's data/ into the plug-in dir.
     bool installDataFile(const QString& name);
-    // The shipped configuration with the named switches turned off and each
-    // (from, to) replacement applied; false when a replacement finds nothing.
-    bool installConfig(const QStringList& off, const QList<QPair<QByteArray, QByteArray>>& edits = {});
+    // The shipped configuration with the named switches turned off.
+    bool installConfig(const QStringList& off);
     // Copies the compiled translations of the build tree into <home>/translations.
     bool installTranslations();
     // Writes a file into the plug-in dir (for deliberately broken fixtures).
