@@ -18,7 +18,7 @@ QDateTime at(const char* text)
 
 LimitSettings limitOf(LimitSettings::Kind kind, quint64 limitMiB, const QDate& startDate = {})
 {
-    return {kind, startDate, limitMiB * MiB};
+    return { kind, startDate, limitMiB * MiB };
 }
 
 } // namespace
@@ -46,29 +46,40 @@ private slots:
         QTest::addColumn<qint64>("forecastMiB");
         QTest::addColumn<double>("percent");
 
-        QTest::newRow("mid-month at midnight") << limitOf(K::Monthly, 30720) << 0 << at("2026-04-11T00:00:00")
-            << 10240LL << 0LL << QDate(2026, 4, 1) << QDate(2026, 5, 1) << 20 << 1024.0 << 1024.0 << 30720LL << 100.0 / 3;
-        QTest::newRow("month spanning the spring change") << limitOf(K::Monthly, 33 * 1024) << 0 << at("2026-03-30T00:00:00")
-            << 29 * 1024LL << 0LL << QDate(2026, 3, 1) << QDate(2026, 4, 1) << 2 << 1024.0 << 2048.0 << 31 * 1024LL << 100.0 * 29 / 33;
+        QTest::newRow("mid-month at midnight")
+            << limitOf(K::Monthly, 30720) << 0 << at("2026-04-11T00:00:00") << 10240LL << 0LL
+            << QDate(2026, 4, 1) << QDate(2026, 5, 1) << 20 << 1024.0 << 1024.0 << 30720LL << 100.0 / 3;
+        QTest::newRow("month spanning the spring change")
+            << limitOf(K::Monthly, 33 * 1024) << 0 << at("2026-03-30T00:00:00") << 29 * 1024LL << 0LL
+            << QDate(2026, 3, 1) << QDate(2026, 4, 1) << 2 << 1024.0 << 2048.0 << 31 * 1024LL
+            << 100.0 * 29 / 33;
         // 12:00 summer time is 11 hours into a day of 23.
-        QTest::newRow("one day of 23 hours") << limitOf(K::Daily, 100) << 0 << at("2026-03-29T12:00:00")
-            << 11LL << 0LL << QDate(2026, 3, 29) << QDate(2026, 3, 30) << 1 << 23.0 << 89.0 << 23LL << 11.0;
+        QTest::newRow("one day of 23 hours")
+            << limitOf(K::Daily, 100) << 0 << at("2026-03-29T12:00:00") << 11LL << 0LL << QDate(2026, 3, 29)
+            << QDate(2026, 3, 30) << 1 << 23.0 << 89.0 << 23LL << 11.0;
         // 13:00 winter time is 14 hours into a day of 25.
-        QTest::newRow("one day of 25 hours") << limitOf(K::Daily, 100) << 0 << at("2026-10-25T13:00:00")
-            << 14LL << 0LL << QDate(2026, 10, 25) << QDate(2026, 10, 26) << 1 << 25.0 << 86.0 << 25LL << 14.0;
+        QTest::newRow("one day of 25 hours")
+            << limitOf(K::Daily, 100) << 0 << at("2026-10-25T13:00:00") << 14LL << 0LL << QDate(2026, 10, 25)
+            << QDate(2026, 10, 26) << 1 << 25.0 << 86.0 << 25LL << 14.0;
         // An hour's worth at least: the first minute forecasts nothing wild.
-        QTest::newRow("first moment of a period") << limitOf(K::Monthly, 31) << 14 << at("2026-05-15T00:00:00")
-            << 0LL << 0LL << QDate(2026, 5, 15) << QDate(2026, 6, 15) << 31 << 0.0 << 1.0 << 0LL << 0.0;
-        QTest::newRow("last day of a period") << limitOf(K::Monthly, 62) << 14 << at("2026-06-14T12:00:00")
-            << 61LL << 0LL << QDate(2026, 5, 15) << QDate(2026, 6, 15) << 1 << 2.0 << 1.0 << 62LL << 100.0 * 61 / 62;
-        QTest::newRow("start day missing in February, no limit") << limitOf(K::Monthly, 0) << 30 << at("2026-02-28T12:00:00")
-            << 1LL << 0LL << QDate(2026, 2, 28) << QDate(2026, 3, 31) << 31 << 2.0 << -1.0 << 62LL << 0.0;
-        QTest::newRow("week over the limit after calibration") << limitOf(K::Weekly, 3072) << 0 << at("2026-03-19T00:00:00")
-            << 3072LL << 1024LL << QDate(2026, 3, 15) << QDate(2026, 3, 22) << 3 << 1024.0 << 0.0 << 7168LL << 400.0 / 3;
-        QTest::newRow("calibration below nothing") << limitOf(K::Weekly, 99) << 0 << at("2026-03-19T00:00:00")
-            << 30LL << -50LL << QDate(2026, 3, 15) << QDate(2026, 3, 22) << 3 << 0.0 << 33.0 << 0LL << 0.0;
-        QTest::newRow("from a date: open-ended") << limitOf(K::FromDate, 100, QDate(2026, 3, 1)) << 0
-            << at("2026-03-11T00:00:00") << 10LL << 0LL << QDate(2026, 3, 1) << QDate() << -1 << 1.0 << -1.0 << 10LL << 10.0;
+        QTest::newRow("first moment of a period")
+            << limitOf(K::Monthly, 31) << 14 << at("2026-05-15T00:00:00") << 0LL << 0LL << QDate(2026, 5, 15)
+            << QDate(2026, 6, 15) << 31 << 0.0 << 1.0 << 0LL << 0.0;
+        QTest::newRow("last day of a period")
+            << limitOf(K::Monthly, 62) << 14 << at("2026-06-14T12:00:00") << 61LL << 0LL << QDate(2026, 5, 15)
+            << QDate(2026, 6, 15) << 1 << 2.0 << 1.0 << 62LL << 100.0 * 61 / 62;
+        QTest::newRow("start day missing in February, no limit")
+            << limitOf(K::Monthly, 0) << 30 << at("2026-02-28T12:00:00") << 1LL << 0LL << QDate(2026, 2, 28)
+            << QDate(2026, 3, 31) << 31 << 2.0 << -1.0 << 62LL << 0.0;
+        QTest::newRow("week over the limit after calibration")
+            << limitOf(K::Weekly, 3072) << 0 << at("2026-03-19T00:00:00") << 3072LL << 1024LL
+            << QDate(2026, 3, 15) << QDate(2026, 3, 22) << 3 << 1024.0 << 0.0 << 7168LL << 400.0 / 3;
+        QTest::newRow("calibration below nothing")
+            << limitOf(K::Weekly, 99) << 0 << at("2026-03-19T00:00:00") << 30LL << -50LL << QDate(2026, 3, 15)
+            << QDate(2026, 3, 22) << 3 << 0.0 << 33.0 << 0LL << 0.0;
+        QTest::newRow("from a date: open-ended")
+            << limitOf(K::FromDate, 100, QDate(2026, 3, 1)) << 0 << at("2026-03-11T00:00:00") << 10LL << 0LL
+            << QDate(2026, 3, 1) << QDate() << -1 << 1.0 << -1.0 << 10LL << 10.0;
     }
 
     void figures()
@@ -78,19 +89,22 @@ private slots:
         QFETCH(QDateTime, now);
         QFETCH(qint64, recordedMiB);
         QFETCH(qint64, adjustmentMiB);
-        const LimitPeriod period = currentLimitPeriod(now, {0, startMonthDay}, limit);
+        const LimitPeriod period = currentLimitPeriod(now, { 0, startMonthDay }, limit);
         QTEST(period.start.date(), "start");
         QTEST(period.end.date(), "end");
-        const Figures f = compute(now, period, quint64(recordedMiB) * MiB, adjustmentMiB * qint64(MiB), limit.limitBytes);
+        const Figures f
+            = compute(now, period, quint64(recordedMiB) * MiB, adjustmentMiB * qint64(MiB), limit.limitBytes);
         QTEST(f.daysLeft, "daysLeft");
         QFETCH(double, averageMiB);
         QFETCH(double, budgetMiB);
         QFETCH(qint64, forecastMiB);
         QFETCH(double, percent);
-        QVERIFY2(qAbs(f.averageDaily / MiB - averageMiB) < 1e-6, qPrintable(QString::number(f.averageDaily / MiB)));
+        QVERIFY2(qAbs(f.averageDaily / MiB - averageMiB) < 1e-6,
+            qPrintable(QString::number(f.averageDaily / MiB)));
         QVERIFY2(budgetMiB < 0 ? f.dailyBudget < 0 : qAbs(f.dailyBudget / MiB - budgetMiB) < 1e-6,
-                 qPrintable(QString::number(f.dailyBudget / MiB)));
-        QVERIFY2(qAbs(qint64(f.forecast) - forecastMiB * qint64(MiB)) <= 1, qPrintable(QString::number(f.forecast)));
+            qPrintable(QString::number(f.dailyBudget / MiB)));
+        QVERIFY2(qAbs(qint64(f.forecast) - forecastMiB * qint64(MiB)) <= 1,
+            qPrintable(QString::number(f.forecast)));
         QVERIFY2(qAbs(f.percent - percent) < 1e-6, qPrintable(QString::number(f.percent)));
         QCOMPARE(f.remaining, f.limit > f.used ? f.limit - f.used : 0);
     }
@@ -102,15 +116,17 @@ private slots:
         QTest::addColumn<QDate>("start");
         QTest::addColumn<QDate>("end");
         QTest::newRow("daily") << int(LimitSettings::Kind::Daily) << QDate(2026, 3, 30) << QDate(2026, 3, 31);
-        QTest::newRow("weekly") << int(LimitSettings::Kind::Weekly) << QDate(2026, 3, 23) << QDate(2026, 3, 30);
-        QTest::newRow("monthly from the 31st") << int(LimitSettings::Kind::Monthly) << QDate(2026, 2, 28) << QDate(2026, 3, 31);
+        QTest::newRow("weekly") << int(LimitSettings::Kind::Weekly) << QDate(2026, 3, 23)
+                                << QDate(2026, 3, 30);
+        QTest::newRow("monthly from the 31st")
+            << int(LimitSettings::Kind::Monthly) << QDate(2026, 2, 28) << QDate(2026, 3, 31);
     }
 
     void previousPeriod()
     {
         QFETCH(int, kind);
-        const LimitSettings limit{LimitSettings::Kind(kind), {}, 0};
-        const velt::PeriodSettings settings{1, 30}; // weeks from Monday, months from the 31st
+        const LimitSettings limit { LimitSettings::Kind(kind), {}, 0 };
+        const velt::PeriodSettings settings { 1, 30 }; // weeks from Monday, months from the 31st
         const LimitPeriod current = currentLimitPeriod(at("2026-03-31T10:00:00"), settings, limit);
         const LimitPeriod previous = previousLimitPeriod(current, settings, limit);
         QTEST(previous.start.date(), "start");
@@ -128,7 +144,7 @@ private slots:
         {
             velt::UsageLedger ledger(path);
             QVERIFY(ledger.open(now.toSecsSinceEpoch()));
-            ledger.add({"wwan0", "Mobile"}, now.toSecsSinceEpoch() - 3600, {300 * MiB, 100 * MiB, 0});
+            ledger.add({ "wwan0", "Mobile" }, now.toSecsSinceEpoch() - 3600, { 300 * MiB, 100 * MiB, 0 });
             QVERIFY(ledger.commit());
             QVERIFY(ledger.addAdjustment(start, 50 * MiB, now.toSecsSinceEpoch()));
             QVERIFY(ledger.addAdjustment(start - 86400, 7, now.toSecsSinceEpoch())); // another period's
@@ -136,7 +152,8 @@ private slots:
         const auto limitReport = [&] {
             QString error;
             auto source = report::openLedger(path, error);
-            return source ? report::collect(*source, {{"limit", period.start, now}}) : QList<report::PeriodUsage>();
+            return source ? report::collect(*source, { { "limit", period.start, now } })
+                          : QList<report::PeriodUsage>();
         };
         QList<report::PeriodUsage> usage = limitReport();
         QCOMPARE(usage.value(0).adjustment, qint64(50 * MiB));

@@ -27,7 +27,8 @@ public:
         const QString configPath = m_dir.filePath(QStringLiteral("bus.conf"));
         QFile config(configPath);
         if (!m_dir.isValid() || !QDir().mkpath(servicesDir()) || !config.open(QIODevice::WriteOnly)
-            || config.write(QStringLiteral(R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+            || config.write(QStringLiteral(
+                   R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig><type>system</type><listen>unix:dir=%1</listen><servicedir>%2</servicedir><auth>EXTERNAL</auth>
   <policy context="default"><allow user="*"/><allow own="*"/><allow send_destination="*"/>
@@ -40,7 +41,7 @@ public:
         }
         config.close();
         m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_daemon.start(daemonPath(), {"--config-file=" + configPath, "--nofork", "--print-address"});
+        m_daemon.start(daemonPath(), { "--config-file=" + configPath, "--nofork", "--print-address" });
         if (m_daemon.waitForStarted(5000)) {
             const QDeadlineTimer deadline(10000);
             while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(int(deadline.remainingTime()))) { }
@@ -61,9 +62,10 @@ public:
         QFile file(servicesDir() + QLatin1Char('/') + service + QStringLiteral(".service"));
         if (!file.open(QIODevice::WriteOnly)
             || file.write(QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2 %3\n")
-                              .arg(service, QStandardPaths::findExecutable(QStringLiteral("touch")), activationMarker())
+                              .arg(service, QStandardPaths::findExecutable(QStringLiteral("touch")),
+                                  activationMarker())
                               .toUtf8())
-                   < 0) {
+                < 0) {
             error = QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString());
             return false;
         }

@@ -11,11 +11,11 @@
 #include <QObject>
 
 // Sends org.freedesktop.DBus.Properties.PropertiesChanged as NetworkManager does.
-inline bool announceChanged(QDBusConnection bus, const QString& path, const QString& interface,
-                            const QVariantMap& changed)
+inline bool announceChanged(
+    QDBusConnection bus, const QString& path, const QString& interface, const QVariantMap& changed)
 {
-    QDBusMessage signal = QDBusMessage::createSignal(path, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                     QStringLiteral("PropertiesChanged"));
+    QDBusMessage signal = QDBusMessage::createSignal(
+        path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("PropertiesChanged"));
     signal << interface << changed << QStringList();
     return bus.send(signal);
 }
@@ -42,7 +42,7 @@ public:
 
     QString interfaceName;
     QString ipInterface;
-    QDBusObjectPath activeConnection{QStringLiteral("/")};
+    QDBusObjectPath activeConnection { QStringLiteral("/") };
     uint metered = 0; // NM_METERED
 
     int calls = 0;
@@ -65,7 +65,7 @@ class StandInManager : public QObject, protected QDBusContext
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.NetworkManager")
 public:
     QMap<QString, QString> devicePaths; // IP interface name -> device object path
-    QList<QDBusObjectPath> devices;     // what GetDevices answers
+    QList<QDBusObjectPath> devices; // what GetDevices answers
 
 signals:
     void DeviceAdded(const QDBusObjectPath& device);

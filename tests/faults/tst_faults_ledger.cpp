@@ -11,17 +11,19 @@ using namespace velt;
 namespace {
 
 constexpr qint64 kNow = 1718445600; // 2024-06-15 12:00 in Berlin
-const UsageKey kKey{QStringLiteral("wwan0"), QStringLiteral("Mobile")};
+const UsageKey kKey { QStringLiteral("wwan0"), QStringLiteral("Mobile") };
 
 mode_t modeOf(const QString& path)
 {
-    struct stat info{};
+    struct stat info
+    {
+    };
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
 }
 
 QStringList movedAside(const QString& database)
 {
-    return QFileInfo(database).dir().entryList({QStringLiteral("*corrupt*")});
+    return QFileInfo(database).dir().entryList({ QStringLiteral("*corrupt*") });
 }
 
 } // namespace
@@ -41,7 +43,7 @@ private slots:
         {
             UsageLedger ledger(database);
             QVERIFY(ledger.open(kNow));
-            ledger.add(kKey, kNow, Usage{1000, 100, 0});
+            ledger.add(kKey, kNow, Usage { 1000, 100, 0 });
             QVERIFY(ledger.commit());
         }
         quint64 expected = 1000;
@@ -51,8 +53,8 @@ private slots:
             UsageLedger ledger(database);
             UsageLedger::failOperationForTesting(n);
             ledger.open(kNow);
-            ledger.add(kKey, kNow, Usage{10, 1, 0});
-            ledger.setBaseline({QStringLiteral("wwan0"), "boot", 2, quint64(n), 0, n});
+            ledger.add(kKey, kNow, Usage { 10, 1, 0 });
+            ledger.setBaseline({ QStringLiteral("wwan0"), "boot", 2, quint64(n), 0, n });
             const bool first = ledger.commit();
             const bool notReached = UsageLedger::failurePendingForTesting();
             UsageLedger::failOperationForTesting(0);
@@ -90,21 +92,23 @@ private slots:
         const mode_t before = ::umask(mode_t(umask));
         {
             LinuxOptions options;
-            options.interfaceNames = {QStringLiteral("wwan0")};
+            options.interfaceNames = { QStringLiteral("wwan0") };
             options.role = RecordingRole::Recorder;
             options.databasePath = database;
             options.settingsPath = dir.filePath(QStringLiteral("netinfo-host.conf"));
             options.procRoot = dir.path();
             options.interval = std::chrono::milliseconds(0);
-            QVERIFY(killloop::put(dir.path(), "sys/kernel/random/boot_id", "boot") && killloop::writeCounters(dir.path(), 1));
-            options.linkState = [](const QString&) { return LinkState{true, true, true, true, 2}; };
+            QVERIFY(killloop::put(dir.path(), "sys/kernel/random/boot_id", "boot")
+                && killloop::writeCounters(dir.path(), 1));
+            options.linkState = [](const QString&) { return LinkState { true, true, true, true, 2 }; };
             LinuxBackend backend(options);
             QCOMPARE(backend.start(nullptr), 0);
             killloop::writeCounters(dir.path(), 5000);
             QVERIFY(backend.tickNow());
             const QStringList files = QDir(folder).entryList(QDir::Files);
-            for (const char* suffix : {"", "-wal", "-shm", ".lock", ".recorder"})
-                QVERIFY2(files.contains(QStringLiteral("usage.sqlite") + QLatin1String(suffix)), qPrintable(files.join(' ')));
+            for (const char* suffix : { "", "-wal", "-shm", ".lock", ".recorder" })
+                QVERIFY2(files.contains(QStringLiteral("usage.sqlite") + QLatin1String(suffix)),
+                    qPrintable(files.join(' ')));
             for (const QString& file : files)
                 QVERIFY2(modeOf(folder + QLatin1Char('/') + file) == 0600, qPrintable(file));
             QCOMPARE(modeOf(folder), mode_t(0700));
@@ -117,9 +121,10 @@ private slots:
     void killLoop()
     {
         QTemporaryDir dir;
-        const killloop::Result result = killloop::run(QCoreApplication::applicationFilePath(), dir.path(), 50, 800);
+        const killloop::Result result
+            = killloop::run(QCoreApplication::applicationFilePath(), dir.path(), 50, 800);
         qInfo("%d kills, %d integrity failures, %d went backwards, largest loss %lld ms", result.runs,
-              result.integrityFailures, result.wentBackwards, result.maxLossMs);
+            result.integrityFailures, result.wentBackwards, result.maxLossMs);
         QCOMPARE(result.runs, 50);
         QCOMPARE(result.integrityFailures, 0);
         QCOMPARE(result.wentBackwards, 0);
@@ -127,7 +132,7 @@ private slots:
         // rest is the scheduler of a busy machine. A recorder that never
         // committed would lose up to its whole life of 800 ms.
         QVERIFY2(result.maxLossMs <= killloop::kCommitIntervalMs + killloop::kIntervalMs + 400,
-                 qPrintable(QString::number(result.maxLossMs)));
+            qPrintable(QString::number(result.maxLossMs)));
     }
 };
 

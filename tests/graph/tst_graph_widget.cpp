@@ -26,9 +26,10 @@ QByteArray profile(const QByteArray& body)
 // pair; a grid without its pair reads as no colour.
 const QByteArray kColours = "<Color color=\"#10FFFFFF\"/><Color/><Color color=\"#80FF0000\"/>"
                             "<Color color=\"#000000FF\"/>";
-const QByteArray kKnown = profile(kColours + "<Color color=\"#40808080\"/><Font/><Font/><Font/>"
-                                             "<Font family=\"DejaVu Sans\" style=\"bold\" size=\"13\"/>");
-}
+const QByteArray kKnown = profile(kColours
+    + "<Color color=\"#40808080\"/><Font/><Font/><Font/>"
+      "<Font family=\"DejaVu Sans\" style=\"bold\" size=\"13\"/>");
+} // namespace
 
 class TestGraphWidget : public QObject
 {
@@ -41,7 +42,8 @@ class TestGraphWidget : public QObject
     {
         m_home = std::make_unique<TestHome>();
         return m_home->isValid() && m_home->installDataFile(QStringLiteral("NetInfoUIExConfig.xml"))
-               && (content.isNull() || m_home->writePluginFile(QStringLiteral("TrendsCtrlProfile.xml"), content));
+            && (content.isNull()
+                || m_home->writePluginFile(QStringLiteral("TrendsCtrlProfile.xml"), content));
     }
 
 private slots:
@@ -61,22 +63,24 @@ private slots:
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("warning");
         QTest::addColumn<QStringList>("entries");
-        QTest::newRow("missing") << QByteArray() << 3 << "^File .*/TrendsCtrlProfile.xml does not exist$" << QStringList();
+        QTest::newRow("missing") << QByteArray() << 3 << "^File .*/TrendsCtrlProfile.xml does not exist$"
+                                 << QStringList();
         QTest::newRow("unopenable") << QByteArray("dir") << 25 << "^open file Error : $" << QStringList();
-        QTest::newRow("broken before the root") << QByteArray("<?xml version=\"1.0\"?><<") << 6 << "Read Fle Error: n$"
-                                                << QStringList();
-        QTest::newRow("broken inside keeps what came first")
-            << QByteArray("<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
-            << 6 << "^GroupInfo Read Error " << QStringList{"a=#FF000001", "f=//"};
+        QTest::newRow("broken before the root")
+            << QByteArray("<?xml version=\"1.0\"?><<") << 6 << "Read Fle Error: n$" << QStringList();
+        QTest::newRow("broken inside keeps what came first") << QByteArray(
+            "<TrendsCtrlProfile><Color id=\"a\" color=\"#FF000001\"/><Font id=\"f\"></TrendsCtrlProfile>")
+                                                             << 6 << "^GroupInfo Read Error "
+                                                             << QStringList { "a=#FF000001", "f=//" };
         QTest::newRow("broken right after the root ends quietly")
             << QByteArray("<TrendsCtrlProfile><<") << 0 << QString() << QStringList();
         QTest::newRow("nested, repeated ids, missing attributes, case")
             << profile("<G><Color id=\"x\" color=\"#FF0000FF\"/></G><Color id=\"x\"/><color id=\"lower\"/>"
                        "<Font family=\"Serif\" size=\"9\"/><Other color=\"#FFFFFFFF\"/>")
-            << 0 << QString() << QStringList{"x=#FF0000FF", "x=", "=Serif//9"};
-        QTest::newRow("entries before the root")
-            << QByteArray("<D><Color id=\"early\"/><TrendsCtrlProfile><Color id=\"late\"/></TrendsCtrlProfile></D>") << 0
-            << QString() << QStringList{"late="};
+            << 0 << QString() << QStringList { "x=#FF0000FF", "x=", "=Serif//9" };
+        QTest::newRow("entries before the root") << QByteArray(
+            "<D><Color id=\"early\"/><TrendsCtrlProfile><Color id=\"late\"/></TrendsCtrlProfile></D>")
+                                                 << 0 << QString() << QStringList { "late=" };
     }
 
     void profileIsRead()
@@ -88,7 +92,7 @@ private slots:
         QVERIFY(content != "dir" || QDir(m_home->pluginDir()).mkdir(QStringLiteral("TrendsCtrlProfile.xml")));
         if (!warning.isEmpty())
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
-        QVector<NetInfoColourConfig> colours{{QStringLiteral("kept"), QString()}};
+        QVector<NetInfoColourConfig> colours { { QStringLiteral("kept"), QString() } };
         QVector<NetInfoFontConfig> fonts;
         QTEST(NetInfoGraphConfigParse::GetInstance()->GetSettingsFromXML(colours, fonts), "code");
         QStringList read;
@@ -96,7 +100,7 @@ private slots:
             read << colour.strId + '=' + colour.strColor;
         for (const NetInfoFontConfig& font : fonts)
             read << font.strId + '=' + font.strFamily + '/' + font.strStyle + '/' + font.strSize;
-        QCOMPARE(read, QStringList{"kept="} + entries); // appended, never cleared
+        QCOMPARE(read, QStringList { "kept=" } + entries); // appended, never cleared
     }
 
     void graphTakesEntriesByPosition_data()
@@ -131,15 +135,18 @@ private slots:
     {
         QTest::addColumn<QList<QPointF>>("samples"); // (up, down)
         QTest::addColumn<QList<int>>("scales");
-        QTest::newRow("61, 120, 121, 10") << QList<QPointF>{{61, 0}, {120, 0}, {121, 0}, {10, 0}}
-                                          << QList<int>{120, 120, 180, 180};
-        QTest::newRow("60 fits the first scale") << QList<QPointF>{{60, 60}} << QList<int>{60};
-        QTest::newRow("a first 120 takes the next step") << QList<QPointF>{{120, 0}} << QList<int>{180};
-        QTest::newRow("fractions truncated") << QList<QPointF>{{60.99, 0}, {0, 119.99}} << QList<int>{60, 120};
-        QTest::newRow("negatives truncated toward zero") << QList<QPointF>{{-500, -60.5}} << QList<int>{60};
-        QTest::newRow("download alone") << QList<QPointF>{{0, 250.5}} << QList<int>{300};
-        QTest::newRow("odd values stay in range") << QList<QPointF>{{qInf(), 1e12}, {qQNaN(), -1e12}}
-                                                  << QList<int>{1000000020, 1000000020};
+        QTest::newRow("61, 120, 121, 10") << QList<QPointF> { { 61, 0 }, { 120, 0 }, { 121, 0 }, { 10, 0 } }
+                                          << QList<int> { 120, 120, 180, 180 };
+        QTest::newRow("60 fits the first scale") << QList<QPointF> { { 60, 60 } } << QList<int> { 60 };
+        QTest::newRow("a first 120 takes the next step")
+            << QList<QPointF> { { 120, 0 } } << QList<int> { 180 };
+        QTest::newRow("fractions truncated")
+            << QList<QPointF> { { 60.99, 0 }, { 0, 119.99 } } << QList<int> { 60, 120 };
+        QTest::newRow("negatives truncated toward zero")
+            << QList<QPointF> { { -500, -60.5 } } << QList<int> { 60 };
+        QTest::newRow("download alone") << QList<QPointF> { { 0, 250.5 } } << QList<int> { 300 };
+        QTest::newRow("odd values stay in range") << QList<QPointF> { { qInf(), 1e12 }, { qQNaN(), -1e12 } }
+                                                  << QList<int> { 1000000020, 1000000020 };
     }
 
     void scaleOnlyGrows()
@@ -241,8 +248,9 @@ private slots:
         auto* button = graph.findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
         QVERIFY(button && !button->isHidden());
         const QFontMetrics metrics(graph.graphFont());
-        const int legend = std::max(metrics.horizontalAdvance(Change::tr("IDS_TRENDS_UPLOAD_SPEED", "NetInfoUIExPlugin")),
-                                    metrics.horizontalAdvance(Change::tr("IDS_TRENDS_DOWNLOAD_SPEED", "NetInfoUIExPlugin")));
+        const int legend
+            = std::max(metrics.horizontalAdvance(Change::tr("IDS_TRENDS_UPLOAD_SPEED", "NetInfoUIExPlugin")),
+                metrics.horizontalAdvance(Change::tr("IDS_TRENDS_DOWNLOAD_SPEED", "NetInfoUIExPlugin")));
         QCOMPARE(told.first().at(2).value<quintptr>(), quintptr(legend + 225 + 70 + button->width()));
         QCOMPARE(graph.minimumWidth(), legend + 70 + button->width());
     }
@@ -253,7 +261,8 @@ private slots:
     void changesReachThePicture_data()
     {
         QTest::addColumn<QString>("change");
-        for (const char* change : {"scale", "size", "direction", "language", "ticks", "ticks right to left"})
+        for (const char* change :
+            { "scale", "size", "direction", "language", "ticks", "ticks right to left" })
             QTest::newRow(change) << change;
     }
 
@@ -261,7 +270,8 @@ private slots:
     {
         QFETCH(QString, change);
         QVERIFY(setUp() && m_home->installTranslations());
-        QGuiApplication::setLayoutDirection(change.endsWith(QLatin1String("left")) ? Qt::RightToLeft : Qt::LeftToRight);
+        QGuiApplication::setLayoutDirection(
+            change.endsWith(QLatin1String("left")) ? Qt::RightToLeft : Qt::LeftToRight);
         const auto feed = [&change](GraphWidget& graph, bool before, bool paint) {
             graph.setMaxSamples(90);
             for (int i = 0; i < (before ? 40 : 0); ++i)
@@ -269,7 +279,8 @@ private slots:
             if (!before && change == QLatin1String("scale"))
                 graph.DrawGraph(500, 0);
             for (int i = 0; !before && change.startsWith(QLatin1String("ticks")) && i < 120; ++i) {
-                graph.DrawGraph(30 + 29 * std::sin(i / 3.0), i % 40 == 0 ? -20.0 : 30 + 30 * std::cos(i / 5.0));
+                graph.DrawGraph(
+                    30 + 29 * std::sin(i / 3.0), i % 40 == 0 ? -20.0 : 30 + 30 * std::cos(i / 5.0));
                 if (paint)
                     graph.grab();
             }

@@ -25,8 +25,9 @@ private slots:
     {
         QFETCH(bool, months);
         TestHome home;
-        QVERIFY(home.writeUserFile("DataUsageLimit.ini", "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
-                                                         "chkVolume=true\nSizeVolume=2048\n"));
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini",
+            "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
+            "chkVolume=true\nSizeVolume=2048\n"));
         const QString path = home.userFile("usage.sqlite");
         const qint64 now = QDateTime::currentSecsSinceEpoch();
         {
@@ -34,10 +35,12 @@ private slots:
             QVERIFY(ledger.open(now));
             // Uneven amounts every 17 hours for 400 days: every bar differs.
             for (qint64 k = 0; k < 400 * 24 / 17; ++k)
-                ledger.add({"wwan0", "Mobile"}, now - k * 17 * 3600, {quint64(1000 + k * 7), quint64(10 + k), 0});
+                ledger.add({ "wwan0", "Mobile" }, now - k * 17 * 3600,
+                    { quint64(1000 + k * 7), quint64(10 + k), 0 });
             QVERIFY(ledger.commit());
         }
-        HistoryWindow window(path, home.userFile("DataUsageLimit.ini"), home.configHome() + "/netinfo/none.conf");
+        HistoryWindow window(
+            path, home.userFile("DataUsageLimit.ini"), home.configHome() + "/netinfo/none.conf");
         window.showMonths(months);
         window.reload();
         const QList<HistoryChart::Bar> bars = window.chart()->bars();
@@ -45,10 +48,11 @@ private slots:
         QVERIFY2(bars.size() >= minimumBars, qPrintable(QString::number(bars.size())));
 
         QProcess report;
-        report.start(NETINFO_REPORT, {"--history", months ? "months" : "days", "--json"});
+        report.start(NETINFO_REPORT, { "--history", months ? "months" : "days", "--json" });
         QVERIFY(report.waitForFinished(20000));
         QCOMPARE(report.exitCode(), 0);
-        const QJsonArray history = QJsonDocument::fromJson(report.readAllStandardOutput()).object()["history"].toArray();
+        const QJsonArray history
+            = QJsonDocument::fromJson(report.readAllStandardOutput()).object()["history"].toArray();
         QCOMPARE(history.size(), bars.size());
         for (int i = 0; i < bars.size(); ++i) {
             const QJsonObject item = history.at(i).toObject();
@@ -57,9 +61,10 @@ private slots:
             QCOMPARE(quint64(item["sent"].toDouble()), bars[i].sent);
         }
 
-        report.start(NETINFO_REPORT, {"--json"});
+        report.start(NETINFO_REPORT, { "--json" });
         QVERIFY(report.waitForFinished(20000));
-        const QJsonArray periods = QJsonDocument::fromJson(report.readAllStandardOutput()).object()["periods"].toArray();
+        const QJsonArray periods
+            = QJsonDocument::fromJson(report.readAllStandardOutput()).object()["periods"].toArray();
         const QJsonObject limit = periods.last().toObject();
         QCOMPARE(limit["name"].toString(), "limit");
         const QDateTime limitStart = QDateTime::fromString(limit["start"].toString(), Qt::ISODate);

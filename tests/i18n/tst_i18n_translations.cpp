@@ -15,8 +15,8 @@ const QString kContext = QStringLiteral("NetInfoUIExPlugin");
 
 struct TsFile
 {
-    QString language;              // the TS element's language attribute
-    QMap<QString, QString> texts;  // key -> translation, kContext only
+    QString language; // the TS element's language attribute
+    QMap<QString, QString> texts; // key -> translation, kContext only
     QStringList problems;
 };
 
@@ -54,7 +54,8 @@ TsFile readTs(const QString& language)
         }
     }
     if (xml.hasError())
-        ts.problems << QStringLiteral("%1:%2: %3").arg(file.fileName()).arg(xml.lineNumber()).arg(xml.errorString());
+        ts.problems
+            << QStringLiteral("%1:%2: %3").arg(file.fileName()).arg(xml.lineNumber()).arg(xml.errorString());
     return ts;
 }
 
@@ -82,9 +83,12 @@ private slots:
         QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("tsLanguage");
         QTest::addColumn<Qt::LayoutDirection>("direction");
-        QTest::newRow("English") << "en" << "en_US" << Qt::LeftToRight;
-        QTest::newRow("Arabic") << "ar" << "ar" << Qt::RightToLeft;
-        QTest::newRow("Simplified Chinese") << "zh_CN" << "zh_CN" << Qt::LeftToRight;
+        QTest::newRow("English") << "en"
+                                 << "en_US" << Qt::LeftToRight;
+        QTest::newRow("Arabic") << "ar"
+                                << "ar" << Qt::RightToLeft;
+        QTest::newRow("Simplified Chinese") << "zh_CN"
+                                            << "zh_CN" << Qt::LeftToRight;
     }
 
     // The source file against the English one, then the compiled file as
@@ -93,7 +97,8 @@ private slots:
     {
         QFETCH(QString, language);
         const TsFile english = readTs(QStringLiteral("en"));
-        QVERIFY2(english.problems.isEmpty() && !english.texts.isEmpty(), qPrintable(english.problems.join(u'\n')));
+        QVERIFY2(
+            english.problems.isEmpty() && !english.texts.isEmpty(), qPrintable(english.problems.join(u'\n')));
         const TsFile ts = readTs(language);
         QTEST(ts.language, "tsLanguage");
         QStringList problems = ts.problems;
@@ -101,7 +106,8 @@ private slots:
             if (!ts.texts.contains(it.key()))
                 problems << it.key() + QStringLiteral(": missing");
             else if (markers(ts.texts.value(it.key())) != markers(it.value()))
-                problems << it.key() + QStringLiteral(": placeholders or tags differ from \"%1\"").arg(it.value());
+                problems << it.key()
+                        + QStringLiteral(": placeholders or tags differ from \"%1\"").arg(it.value());
         }
         for (const QString& key : ts.texts.keys()) {
             if (!english.texts.contains(key))

@@ -12,9 +12,10 @@ namespace {
 // Daily recurrence, a 100-unit limit warned at 80 %, both warnings on.
 UsageLimitPolicy policyFor(const Store& overrides)
 {
-    Store store{{"chkRecurrence", "true"}, {"radioDaily", "true"}, {"radioWeekly", "false"}, {"radioMonthly", "false"},
-                {"chkVolume", "true"}, {"chkTimeVolume", "true"}, {"SizeVolume", "100"}, {"SizeTimeVolume", "2"},
-                {"chkWarnbefore", "true"}, {"chkWarnAfter", "true"}, {"WarnBeforPercentage", "80"}};
+    Store store { { "chkRecurrence", "true" }, { "radioDaily", "true" }, { "radioWeekly", "false" },
+        { "radioMonthly", "false" }, { "chkVolume", "true" }, { "chkTimeVolume", "true" },
+        { "SizeVolume", "100" }, { "SizeTimeVolume", "2" }, { "chkWarnbefore", "true" },
+        { "chkWarnAfter", "true" }, { "WarnBeforPercentage", "80" } };
     for (auto it = overrides.cbegin(); it != overrides.cend(); ++it)
         store[it.key()] = it.value();
     const auto read = [&store](const char* key) { return store.value(QLatin1String(key)); };
@@ -37,23 +38,29 @@ private slots:
         QTest::addColumn<Store>("store");
         QTest::addColumn<QStringList>("steps");
         QTest::addColumn<QStringList>("warned");
-        QTest::newRow("band once, limit once") << Store{} << QStringList{"85", "90", "100", "120"}
-                                              << QStringList{"IDS_BOX_WARNBEFORE", "-", "IDS_BOX_WARNAFTER", "-"};
+        QTest::newRow("band once, limit once")
+            << Store {} << QStringList { "85", "90", "100", "120" }
+            << QStringList { "IDS_BOX_WARNBEFORE", "-", "IDS_BOX_WARNAFTER", "-" };
         QTest::newRow("early only: a jump past the limit warns once")
-            << Store{{"chkWarnAfter", "false"}} << QStringList{"50", "120", "130"}
-            << QStringList{"-", "IDS_BOX_WARNBEFORE", "-"};
-        QTest::newRow("under the percentage re-arms") << Store{} << QStringList{"85", "79.99", "80"}
-                                                      << QStringList{"IDS_BOX_WARNBEFORE", "-", "IDS_BOX_WARNBEFORE"};
-        QTest::newRow("a new period re-arms") << Store{} << QStringList{"100", "100", "new", "100"}
-                                              << QStringList{"IDS_BOX_WARNAFTER", "-", "-", "IDS_BOX_WARNAFTER"};
+            << Store { { "chkWarnAfter", "false" } } << QStringList { "50", "120", "130" }
+            << QStringList { "-", "IDS_BOX_WARNBEFORE", "-" };
+        QTest::newRow("under the percentage re-arms")
+            << Store {} << QStringList { "85", "79.99", "80" }
+            << QStringList { "IDS_BOX_WARNBEFORE", "-", "IDS_BOX_WARNBEFORE" };
+        QTest::newRow("a new period re-arms")
+            << Store {} << QStringList { "100", "100", "new", "100" }
+            << QStringList { "IDS_BOX_WARNAFTER", "-", "-", "IDS_BOX_WARNAFTER" };
         QTest::newRow("empty warning switches read as off")
-            << Store{{"chkWarnbefore", ""}, {"chkWarnAfter", ""}} << QStringList{"85", "150"} << QStringList{"-", "-"};
-        QTest::newRow("percentage 0 has no band") << Store{{"WarnBeforPercentage", "0"}} << QStringList{"90", "100"}
-                                                  << QStringList{"-", "IDS_BOX_WARNAFTER"};
+            << Store { { "chkWarnbefore", "" }, { "chkWarnAfter", "" } } << QStringList { "85", "150" }
+            << QStringList { "-", "-" };
+        QTest::newRow("percentage 0 has no band")
+            << Store { { "WarnBeforPercentage", "0" } } << QStringList { "90", "100" }
+            << QStringList { "-", "IDS_BOX_WARNAFTER" };
         QTest::newRow("time warns at the limit only, once")
-            << Store{} << QStringList{"t7199", "t7200", "t9000"} << QStringList{"-", "IDS_BOX_TIMEWARNAFTER", "-"};
+            << Store {} << QStringList { "t7199", "t7200", "t9000" }
+            << QStringList { "-", "IDS_BOX_TIMEWARNAFTER", "-" };
         QTest::newRow("time armed flag seeded off by the store")
-            << Store{{"ShowTimeWarnAfter", "false"}} << QStringList{"t7200"} << QStringList{"-"};
+            << Store { { "ShowTimeWarnAfter", "false" } } << QStringList { "t7200" } << QStringList { "-" };
     }
 
     void warnings()
@@ -83,21 +90,25 @@ private slots:
         QTest::addColumn<QString>("color");
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("maximum");
-        QTest::newRow("data normal, in bytes") << Store{} << 10.0 << false << "NoWarningColor" << 10240.0 << 102400.0;
-        QTest::newRow("data band") << Store{} << 80.0 << false << "BeforeWarningColor" << 81920.0 << 102400.0;
-        QTest::newRow("data reached") << Store{} << 100.0 << false << "ReachedWarningColor" << 102400.0 << 102400.0;
+        QTest::newRow("data normal, in bytes")
+            << Store {} << 10.0 << false << "NoWarningColor" << 10240.0 << 102400.0;
+        QTest::newRow("data band") << Store {} << 80.0 << false << "BeforeWarningColor" << 81920.0
+                                   << 102400.0;
+        QTest::newRow("data reached")
+            << Store {} << 100.0 << false << "ReachedWarningColor" << 102400.0 << 102400.0;
         QTest::newRow("data off: full at the stored limit")
-            << Store{{"chkVolume", "false"}} << 150.0 << false << "NoWarningColor" << 100.0 << 100.0;
-        QTest::newRow("empty data switch reads as on")
-            << Store{{"chkVolume", ""}} << 100.0 << false << "ReachedWarningColor" << 102400.0 << 102400.0;
+            << Store { { "chkVolume", "false" } } << 150.0 << false << "NoWarningColor" << 100.0 << 100.0;
+        QTest::newRow("empty data switch reads as on") << Store { { "chkVolume", "" } } << 100.0 << false
+                                                       << "ReachedWarningColor" << 102400.0 << 102400.0;
         QTest::newRow("limit read unsigned from 32 bits")
-            << Store{{"SizeVolume", "-1"}, {"chkVolume", "false"}} << 0.0 << false << "NoWarningColor" << 4294967295.0
-            << 4294967295.0;
-        QTest::newRow("time in seconds, limit in hours") << Store{} << 3600.0 << true << "NoWarningColor" << 3600.0
-                                                         << 7200.0;
-        QTest::newRow("time reached") << Store{} << 7200.0 << true << "ReachedWarningColor" << 7200.0 << 7200.0;
+            << Store { { "SizeVolume", "-1" }, { "chkVolume", "false" } } << 0.0 << false << "NoWarningColor"
+            << 4294967295.0 << 4294967295.0;
+        QTest::newRow("time in seconds, limit in hours")
+            << Store {} << 3600.0 << true << "NoWarningColor" << 3600.0 << 7200.0;
+        QTest::newRow("time reached")
+            << Store {} << 7200.0 << true << "ReachedWarningColor" << 7200.0 << 7200.0;
         QTest::newRow("time off: full at the stored hours")
-            << Store{{"chkTimeVolume", "false"}} << 50.0 << true << "NoWarningColor" << 2.0 << 2.0;
+            << Store { { "chkTimeVolume", "false" } } << 50.0 << true << "NoWarningColor" << 2.0 << 2.0;
     }
 
     void bars()
@@ -117,13 +128,13 @@ private slots:
         QTest::addColumn<Store>("store");
         QTest::addColumn<LimitPeriod>("shown");
         QTest::addColumn<LimitPeriod>("watched");
-        const Store weekly{{"radioDaily", "false"}, {"radioWeekly", "true"}};
-        QTest::newRow("daily") << Store{} << LimitPeriod::Daily << LimitPeriod::Daily;
+        const Store weekly { { "radioDaily", "false" }, { "radioWeekly", "true" } };
+        QTest::newRow("daily") << Store {} << LimitPeriod::Daily << LimitPeriod::Daily;
         QTest::newRow("weekly watches the month") << weekly << LimitPeriod::Weekly << LimitPeriod::Monthly;
         QTest::newRow("monthly watches the year")
-            << Store{{"radioDaily", "false"}} << LimitPeriod::Monthly << LimitPeriod::Yearly;
-        QTest::newRow("no recurrence") << Store{{"chkRecurrence", "false"}} << LimitPeriod::LookBack
-                                       << LimitPeriod::LookBack;
+            << Store { { "radioDaily", "false" } } << LimitPeriod::Monthly << LimitPeriod::Yearly;
+        QTest::newRow("no recurrence")
+            << Store { { "chkRecurrence", "false" } } << LimitPeriod::LookBack << LimitPeriod::LookBack;
     }
 
     void periods()

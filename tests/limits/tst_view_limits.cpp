@@ -24,10 +24,10 @@ constexpr quint64 MB = 1024 * 1024;
 // A user limit file: daily recurrence, the given limit switches and figures.
 QByteArray limitFile(const QMap<QString, QString>& overrides)
 {
-    QMap<QString, QString> keys{{"chkRecurrence", "true"}, {"radioDaily", "true"}, {"radioWeekly", "false"},
-                                {"radioMonthly", "false"}, {"chkVolume", "true"}, {"chkTimeVolume", "false"},
-                                {"SizeVolume", "100"}, {"SizeTimeVolume", "10"}, {"chkWarnbefore", "true"},
-                                {"chkWarnAfter", "true"}, {"WarnBeforPercentage", "80"}};
+    QMap<QString, QString> keys { { "chkRecurrence", "true" }, { "radioDaily", "true" },
+        { "radioWeekly", "false" }, { "radioMonthly", "false" }, { "chkVolume", "true" },
+        { "chkTimeVolume", "false" }, { "SizeVolume", "100" }, { "SizeTimeVolume", "10" },
+        { "chkWarnbefore", "true" }, { "chkWarnAfter", "true" }, { "WarnBeforPercentage", "80" } };
     for (auto it = overrides.cbegin(); it != overrides.cend(); ++it)
         keys[it.key()] = it.value();
     QByteArray text = "[DataUsageLimit]\n";
@@ -70,7 +70,7 @@ class TestViewLimits : public QObject
     void useToday(double mb, qint64 seconds = 0)
     {
         const auto bytes = static_cast<quint64>(mb * MB);
-        m_sdk->setReport(VELT_REPORT_TODAY, {bytes / 2, bytes - bytes / 2, 0, 0, seconds, 0});
+        m_sdk->setReport(VELT_REPORT_TODAY, { bytes / 2, bytes - bytes / 2, 0, 0, seconds, 0 });
         m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
     }
 
@@ -86,8 +86,7 @@ class TestViewLimits : public QObject
     }
 
     // The view's widgets have no parent until a host embeds them.
-    template<class T>
-    static T* widgetNamed(const QString& name)
+    template <class T> static T* widgetNamed(const QString& name)
     {
         for (QWidget* widget : QApplication::allWidgets())
             if (widget->objectName() == name)
@@ -114,12 +113,12 @@ private slots:
         QTest::addColumn<QStringList>("shown");
 
         QTest::newRow("a new connection re-arms")
-            << Limits{} << QStringList{"85", "86", "connect", "87", "100"}
-            << QStringList{"IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER"};
+            << Limits {} << QStringList { "85", "86", "connect", "87", "100" }
+            << QStringList { "IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER" };
         QTest::newRow("time limit reached warns once")
-            << Limits{{"chkVolume", "false"}, {"chkTimeVolume", "true"}, {"SizeTimeVolume", "1"}}
-            << QStringList{"time 3599", "time 3600", "time 4000"}
-            << QStringList{"", "IDS_BOX_TIMEWARNAFTER", ""};
+            << Limits { { "chkVolume", "false" }, { "chkTimeVolume", "true" }, { "SizeTimeVolume", "1" } }
+            << QStringList { "time 3599", "time 3600", "time 4000" }
+            << QStringList { "", "IDS_BOX_TIMEWARNAFTER", "" };
     }
 
     void warnings()
@@ -155,12 +154,12 @@ private slots:
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("maximum");
         const QColor none(76, 175, 80), before(255, 167, 38);
-        const Limits time{{"chkTimeVolume", "true"}, {"SizeTimeVolume", "20"}};
+        const Limits time { { "chkTimeVolume", "true" }, { "SizeTimeVolume", "20" } };
         const qint64 hour = 3600;
-        QTest::newRow("data: warning band") << Limits{} << 80.0 << 0ll << "Datavolume" << before
+        QTest::newRow("data: warning band") << Limits {} << 80.0 << 0ll << "Datavolume" << before
                                             << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
-        QTest::newRow("time: under the limit") << time << 0.0 << 46860ll << "Volume" << none << "13:01 IDS_UNIT_HOURS"
-                                               << 46860.0 << 20.0 * hour;
+        QTest::newRow("time: under the limit")
+            << time << 0.0 << 46860ll << "Volume" << none << "13:01 IDS_UNIT_HOURS" << 46860.0 << 20.0 * hour;
     }
 
     void bars()
@@ -188,15 +187,17 @@ private slots:
         QTest::addColumn<QColor>("color");
         const QByteArray normal = "<item name=\"NoWarningColor\" R=\"76\" G=\"175\" B=\"80\"/>";
         QTest::newRow("last match wins")
-            << normal << normal + "<item name=\"NoWarningColor\" R=\"1\" G=\"2\" B=\"3\"/>" << QColor(1, 2, 3);
-        QTest::newRow("no colour list") << QByteArray("<Color>") << QByteArray("<Colour>") << QColor(255, 255, 255, 0);
+            << normal << normal + "<item name=\"NoWarningColor\" R=\"1\" G=\"2\" B=\"3\"/>"
+            << QColor(1, 2, 3);
+        QTest::newRow("no colour list")
+            << QByteArray("<Color>") << QByteArray("<Colour>") << QColor(255, 255, 255, 0);
     }
 
     void barColourLookup()
     {
         QFETCH(QByteArray, from);
         QFETCH(QByteArray, to);
-        QVERIFY(setUp({}, {{from, to}, {"</Color>", to == "<Colour>" ? "</Colour>" : "</Color>"}}));
+        QVERIFY(setUp({}, { { from, to }, { "</Color>", to == "<Colour>" ? "</Colour>" : "</Color>" } }));
         useToday(10);
         auto* data = widgetNamed<LwProgressBar>("NetInfoUIPlugin_ProgressDatavolume");
         QVERIFY(data);
@@ -234,7 +235,7 @@ private slots:
         bar.setMaximum(100);
         const QImage image = bar.grab().toImage();
         QCOMPARE(image.pixelColor(0, 10), border);
-        for (int x : {10, 48, 60, 97}) {
+        for (int x : { 10, 48, 60, 97 }) {
             const QColor expected = x <= filledUpTo ? QColor(Qt::red) : QColor(Qt::white);
             QVERIFY2(image.pixelColor(x, 10) == expected, qPrintable(QStringLiteral("column %1").arg(x)));
         }
@@ -248,9 +249,10 @@ private slots:
         QTest::addColumn<int>("seconds");
         QTest::addColumn<QString>("clock");
         QTest::newRow("31 May has no 31 February") << QDate(2026, 5, 31) << QDate() << 61 << "0:01";
-        QTest::newRow("January goes to October") << QDate(2026, 1, 15) << QDate(2025, 10, 15) << 25 * 3600 << "1:00";
-        QTest::newRow("milliseconds wrap past 596 hours") << QDate(2026, 4, 30) << QDate(2026, 1, 30) << 2200000
-                                                          << "18:03";
+        QTest::newRow("January goes to October")
+            << QDate(2026, 1, 15) << QDate(2025, 10, 15) << 25 * 3600 << "1:00";
+        QTest::newRow("milliseconds wrap past 596 hours")
+            << QDate(2026, 4, 30) << QDate(2026, 1, 30) << 2200000 << "18:03";
     }
 
     void timeOfDay()
@@ -265,13 +267,13 @@ private slots:
     // seconds since midnight (both ends of the span are invalid times).
     void lookBackWithoutRecurrence()
     {
-        QVERIFY(setUp({{"chkRecurrence", "false"}}));
-        m_sdk->setHistory({85 * MB, 0, 0, 0, 0, 0});
+        QVERIFY(setUp({ { "chkRecurrence", "false" } }));
+        m_sdk->setHistory({ 85 * MB, 0, 0, 0, 0, 0 });
         const int before = QTime::currentTime().msecsSinceStartOfDay() / 1000;
         m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
         const int after = QTime::currentTime().msecsSinceStartOfDay() / 1000;
         QVERIFY2(m_sdk->lastHistoryKey() >= quint64(before) && m_sdk->lastHistoryKey() <= quint64(after),
-                 qPrintable(QString::number(m_sdk->lastHistoryKey())));
+            qPrintable(QString::number(m_sdk->lastHistoryKey())));
         QCOMPARE(takeWarning(), QStringLiteral("IDS_BOX_WARNBEFORE"));
     }
 
@@ -299,7 +301,7 @@ private slots:
         for (const QList<QVariant>& event : notified)
             if (event.at(1).toUInt() == HostIds::EventDisconnect)
                 disconnects << event.at(0).toString();
-        QCOMPARE(disconnects, QList<QString>{HostIds::ConnectionTarget});
+        QCOMPARE(disconnects, QList<QString> { HostIds::ConnectionTarget });
     }
 };
 

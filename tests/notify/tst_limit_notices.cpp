@@ -20,8 +20,8 @@ public:
 
 public slots:
     QStringList GetCapabilities() { return capabilities; }
-    uint Notify(const QString&, uint, const QString&, const QString&, const QString&, const QStringList& actions,
-                const QVariantMap&, int)
+    uint Notify(const QString&, uint, const QString&, const QString&, const QString&,
+        const QStringList& actions, const QVariantMap&, int)
     {
         actionsSent << actions;
         return ++lastId;
@@ -51,7 +51,8 @@ void LimitNoticesTest::initTestCase()
         QSKIP("dbus-daemon is not installed");
     QString error;
     QVERIFY2(m_bus.start(error), qPrintable(error));
-    m_connection = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(m_bus.address(), "notices"));
+    m_connection
+        = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(m_bus.address(), "notices"));
     QVERIFY2(m_connection->isConnected(), qPrintable(m_connection->lastError().message()));
 }
 
@@ -61,10 +62,10 @@ void LimitNoticesTest::notices_data()
     QTest::addColumn<bool>("windowShown");
     QTest::addColumn<QStringList>("actions"); // of the one notification; none sent when the window shows
 
-    QTest::newRow("actions") << QStringList{"body", "actions"} << false
-                             << QStringList{"disconnect", "Disconnect", "open", "Open"};
-    QTest::newRow("no actions") << QStringList{"body"} << false << QStringList{};
-    QTest::newRow("window shown") << QStringList{"actions"} << true << QStringList{};
+    QTest::newRow("actions") << QStringList { "body", "actions" } << false
+                             << QStringList { "disconnect", "Disconnect", "open", "Open" };
+    QTest::newRow("no actions") << QStringList { "body" } << false << QStringList {};
+    QTest::newRow("window shown") << QStringList { "actions" } << true << QStringList {};
 }
 
 void LimitNoticesTest::notices()
@@ -76,7 +77,7 @@ void LimitNoticesTest::notices()
     StandInServer server;
     server.capabilities = capabilities;
     QVERIFY(m_connection->registerObject("/org/freedesktop/Notifications", &server,
-                                         QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
+        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
     QVERIFY(m_connection->registerService("org.freedesktop.Notifications"));
     const auto cleanup = qScopeGuard([this] {
         m_connection->unregisterService("org.freedesktop.Notifications");
@@ -86,17 +87,18 @@ void LimitNoticesTest::notices()
     QTemporaryDir dir;
     QFile limits(dir.filePath("DataUsageLimit.ini"));
     QVERIFY(limits.open(QIODevice::WriteOnly));
-    limits.write("[uselimit]\nchkWarnbefore=true\nchkWarnAfter=true\nSizeVolume=100\nSizeTimeVolume=10\nWarnBeforPercentage=80\n");
+    limits.write("[uselimit]\nchkWarnbefore=true\nchkWarnAfter=true\nSizeVolume=100\nSizeTimeVolume="
+                 "10\nWarnBeforPercentage=80\n");
     limits.close();
-    const LimitNotices::Files files{dir.filePath("usage.sqlite"), dir.filePath("host.conf"), limits.fileName(),
-                                    dir.filePath("state.ini")};
-    notify::PeriodFigures figures{QDateTime(QDate(2026, 3, 1), QTime(0, 0)), {}, 85 * 1048576ull, 0};
+    const LimitNotices::Files files { dir.filePath("usage.sqlite"), dir.filePath("host.conf"),
+        limits.fileName(), dir.filePath("state.ini") };
+    notify::PeriodFigures figures { QDateTime(QDate(2026, 3, 1), QTime(0, 0)), {}, 85 * 1048576ull, 0 };
 
     LimitNotices first(files, *m_connection);
     first.check(figures, windowShown, "wwan0", QDate(2026, 3, 10));
     LimitNotices restarted(files, *m_connection);
     restarted.check(figures, false, "wwan0", QDate(2026, 3, 10));
-    QCOMPARE(server.actionsSent, windowShown ? QList<QStringList>{} : QList<QStringList>{actions});
+    QCOMPARE(server.actionsSent, windowShown ? QList<QStringList> {} : QList<QStringList> { actions });
     if (windowShown)
         return;
 

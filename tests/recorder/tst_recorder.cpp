@@ -26,9 +26,9 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("output"); // part of stdout + stderr
-        QTest::newRow("version") << QStringList{"--version"} << 0 << "netinfo-recorder 1.0";
-        QTest::newRow("blank interface") << QStringList{"--interface", " "} << 2 << "needs the name";
-        QTest::newRow("unknown option") << QStringList{"--bogus"} << 1 << "Unknown option";
+        QTest::newRow("version") << QStringList { "--version" } << 0 << "netinfo-recorder 1.0";
+        QTest::newRow("blank interface") << QStringList { "--interface", " " } << 2 << "needs the name";
+        QTest::newRow("unknown option") << QStringList { "--bogus" } << 1 << "Unknown option";
     }
 
     void commandLine()
@@ -61,11 +61,12 @@ private slots:
         TestHome home;
         QProcess recorder;
         recorder.setProcessEnvironment(environment());
-        recorder.start(NETINFO_RECORDER, {"--interface", "lo"});
+        recorder.start(NETINFO_RECORDER, { "--interface", "lo" });
         QVERIFY(recorder.waitForStarted(5000));
         QString log;
         QDeadlineTimer deadline(15000);
-        while (!log.contains("started (process") && recorder.state() == QProcess::Running && !deadline.hasExpired()) {
+        while (!log.contains("started (process") && recorder.state() == QProcess::Running
+            && !deadline.hasExpired()) {
             recorder.waitForReadyRead(500);
             log += recorder.readAllStandardError();
         }

@@ -27,7 +27,7 @@ public:
         QList<KeyedUsage> out;
         for (const Booking& b : bookings)
             if (b.at.toSecsSinceEpoch() >= from && b.at.toSecsSinceEpoch() < until)
-                out.append({b.key, b.usage});
+                out.append({ b.key, b.usage });
         return out;
     }
 };
@@ -52,11 +52,14 @@ private slots:
         QTest::addColumn<QDateTime>("start");
         const QByteArray head = "[uselimit]\nchkRecurrence=";
         QTest::newRow("no file: monthly") << QByteArray() << QDate(2026, 3, 5).startOfDay();
-        QTest::newRow("daily") << head + "true\nradioDaily=true\nradioWeekly=false" << QDate(2026, 3, 18).startOfDay();
-        QTest::newRow("weekly") << head + "true\nradioDaily=false\nradioWeekly=true" << QDate(2026, 3, 16).startOfDay();
-        QTest::newRow("monthly") << head + "true\nradioMonthly=true" << QDate(2026, 3, 5).startOfDay();
-        QTest::newRow("from a date") << head + "false\nstartdate=2026-01-02\nradioDaily=true" << QDate(2026, 1, 2).startOfDay();
-        QTest::newRow("from no date: three months back") << head + "false\nstartdate=" << QDate(2025, 12, 18).startOfDay();
+        QTest::newRow("daily") << head + "true\nradioDaily=true\nradioWeekly=false"
+                               << QDate(2026, 3, 18).startOfDay();
+        QTest::newRow("weekly") << head + "true\nradioDaily=false\nradioWeekly=true"
+                                << QDate(2026, 3, 16).startOfDay();
+        QTest::newRow("from a date") << head + "false\nstartdate=2026-01-02\nradioDaily=true"
+                                     << QDate(2026, 1, 2).startOfDay();
+        QTest::newRow("from no date: three months back")
+            << head + "false\nstartdate=" << QDate(2025, 12, 18).startOfDay();
         QTest::newRow("from a date to come") << head + "false\nstartdate=2026-04-01" << kNow;
     }
 
@@ -71,13 +74,13 @@ private slots:
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(ini) > 0);
         }
         // Weeks from Monday, months from the 5th.
-        const QList<Period> periods = currentPeriods(kNow, {1, 4}, readLimitSettings(path));
+        const QList<Period> periods = currentPeriods(kNow, { 1, 4 }, readLimitSettings(path));
         QStringList names;
         for (const Period& period : periods) {
             names << period.name;
             QCOMPARE(period.end, kNow);
         }
-        QCOMPARE(names, (QStringList{"today", "week", "month", "year", "limit"}));
+        QCOMPARE(names, (QStringList { "today", "week", "month", "year", "limit" }));
         QCOMPARE(periods.last().start, start);
     }
 
@@ -88,24 +91,25 @@ private slots:
         QTest::addColumn<double>("received");
         QTest::addColumn<double>("connected");
         QTest::addColumn<QStringList>("interfaces"); // interface/connection=received
-        QTest::newRow("today") << 0 << "today" << 300.0 << 60.0 << QStringList{"wwan0/Mobile=300"};
-        QTest::newRow("week") << 1 << "week" << 320.0 << 61.0 << QStringList{"eth0/=20", "wwan0/Mobile=300"};
+        QTest::newRow("today") << 0 << "today" << 300.0 << 60.0 << QStringList { "wwan0/Mobile=300" };
+        QTest::newRow("week") << 1 << "week" << 320.0 << 61.0
+                              << QStringList { "eth0/=20", "wwan0/Mobile=300" };
         QTest::newRow("month") << 2 << "month" << 4320.0 << 61.0
-                               << QStringList{"eth0/=20", "wwan0/Mobile=300", "wwan0/Roaming=4000"};
-        QTest::newRow("range") << 3 << "range" << 4000.0 << 0.0 << QStringList{"wwan0/Roaming=4000"};
+                               << QStringList { "eth0/=20", "wwan0/Mobile=300", "wwan0/Roaming=4000" };
+        QTest::newRow("range") << 3 << "range" << 4000.0 << 0.0 << QStringList { "wwan0/Roaming=4000" };
     }
 
     void json()
     {
         QFETCH(int, index);
         FakeSource source;
-        source.bookings = {{at("2026-03-18T09:00:00"), {"wwan0", "Mobile"}, {100, 1, 20000}},
-                           {at("2026-03-18T10:00:00"), {"wwan0", "Mobile"}, {200, 2, 40000}},
-                           {at("2026-03-16T00:00:00"), {"eth0", ""}, {20, 3, 1500}},
-                           {at("2026-03-10T23:59:59"), {"wwan0", "Roaming"}, {4000, 4, 0}},
-                           {at("2026-03-18T10:30:00"), {"wwan0", "Mobile"}, {9999, 9, 0}}}; // at now: not yet
-        QList<Period> periods = currentPeriods(kNow, {1, 0}, {});
-        periods = {periods[0], periods[1], periods[2], rangePeriod(QDate(2026, 3, 10), QDate(2026, 3, 10))};
+        source.bookings = { { at("2026-03-18T09:00:00"), { "wwan0", "Mobile" }, { 100, 1, 20000 } },
+            { at("2026-03-18T10:00:00"), { "wwan0", "Mobile" }, { 200, 2, 40000 } },
+            { at("2026-03-16T00:00:00"), { "eth0", "" }, { 20, 3, 1500 } },
+            { at("2026-03-10T23:59:59"), { "wwan0", "Roaming" }, { 4000, 4, 0 } },
+            { at("2026-03-18T10:30:00"), { "wwan0", "Mobile" }, { 9999, 9, 0 } } }; // at now: not yet
+        QList<Period> periods = currentPeriods(kNow, { 1, 0 }, {});
+        periods = { periods[0], periods[1], periods[2], rangePeriod(QDate(2026, 3, 10), QDate(2026, 3, 10)) };
         const QJsonDocument doc = QJsonDocument::fromJson(toJson(collect(source, periods)));
         const QJsonObject period = doc.object().value("periods").toArray().at(index).toObject();
         QTEST(period.value("name").toString(), "name");
@@ -114,18 +118,21 @@ private slots:
         QCOMPARE(QDateTime::fromString(period.value("start").toString(), Qt::ISODate), periods[index].start);
         QCOMPARE(QDateTime::fromString(period.value("end").toString(), Qt::ISODate), periods[index].end);
         QStringList interfaces;
-        for (const QJsonValue item : period.value("interfaces").toArray())
+        const QJsonArray list = period.value("interfaces").toArray();
+        for (qsizetype i = 0; i < list.size(); ++i) {
+            const QJsonObject item = list.at(i).toObject();
             interfaces << item["interface"].toString() + '/' + item["connection"].toString() + '='
-                              + QString::number(item["received"].toDouble());
+                    + QString::number(item["received"].toDouble());
+        }
         QTEST(interfaces, "interfaces");
     }
 
     void csvQuotesNames()
     {
         FakeSource source;
-        source.bookings = {{at("2026-03-18T09:00:00"), {"wwan0", "Home, \"fast\""}, {5, 6, 7000}}};
-        const QList<QByteArray> lines =
-            toCsv(collect(source, {rangePeriod(QDate(2026, 3, 18), QDate(2026, 3, 18))})).split('\n');
+        source.bookings = { { at("2026-03-18T09:00:00"), { "wwan0", "Home, \"fast\"" }, { 5, 6, 7000 } } };
+        const QList<QByteArray> lines
+            = toCsv(collect(source, { rangePeriod(QDate(2026, 3, 18), QDate(2026, 3, 18)) })).split('\n');
         QCOMPARE(lines.size(), 4); // header, total, one interface, final newline
         QCOMPARE(lines[0], "period,start,end,scope,interface,connection,received,sent,connected_seconds");
         QVERIFY2(lines[1].startsWith("range,") && lines[1].endsWith(",total,,,5,6,7"), lines[1].constData());
@@ -139,18 +146,18 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("output");
-        QTest::newRow("json") << QStringList{"--json"} << 0 << "\"received\": 1500";
-        QTest::newRow("table") << QStringList{} << 0 << "0:01:30";
-        QTest::newRow("csv range") << QStringList{"--csv", "--from", QDate::currentDate().toString(Qt::ISODate)} << 0
-                                   << ",total,,,1500,700,";
-        QTest::newRow("range backwards") << QStringList{"--from", "2026-02-02", "--to", "2026-02-01"} << 2
-                                         << "is after";
-        QTest::newRow("bad date") << QStringList{"--from", "yesterday"} << 2 << "YYYY-MM-DD";
-        QTest::newRow("no ledger") << QStringList{"--database", "/nonexistent/usage.sqlite"} << 1
+        QTest::newRow("json") << QStringList { "--json" } << 0 << "\"received\": 1500";
+        QTest::newRow("table") << QStringList {} << 0 << "0:01:30";
+        QTest::newRow("csv range") << QStringList { "--csv", "--from",
+            QDate::currentDate().toString(Qt::ISODate) }
+                                   << 0 << ",total,,,1500,700,";
+        QTest::newRow("range backwards")
+            << QStringList { "--from", "2026-02-02", "--to", "2026-02-01" } << 2 << "is after";
+        QTest::newRow("no ledger") << QStringList { "--database", "/nonexistent/usage.sqlite" } << 1
                                    << "nothing has been recorded yet";
-        const QStringList metrics{"--openmetrics"};
-        QTest::newRow("metrics: family with unit") << metrics << 0 << "# netinfo_received_bytes counter bytes";
-        QTest::newRow("metrics: counter") << metrics << 0 << "netinfo_received_bytes_total{period=\"limit\"} 1500";
+        const QStringList metrics { "--openmetrics" };
+        QTest::newRow("metrics: counter")
+            << metrics << 0 << "netinfo_received_bytes_total{period=\"limit\"} 1500";
         QTest::newRow("metrics: limit") << metrics << 0 << "netinfo_limit_bytes{} 1.04858e+08";
         QTest::newRow("metrics: calibrated use") << metrics << 0 << "netinfo_limit_used_bytes{} 3000";
     }
@@ -160,15 +167,17 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QString, output);
         TestHome home;
-        QVERIFY(home.writeUserFile("DataUsageLimit.ini", "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
-                                                         "chkVolume=true\nSizeVolume=100\n"));
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini",
+            "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
+            "chkVolume=true\nSizeVolume=100\n"));
         {
             velt::UsageLedger ledger(home.userFile("usage.sqlite"));
             const qint64 now = QDateTime::currentSecsSinceEpoch();
             QVERIFY(ledger.open(now));
-            ledger.add({QStringLiteral("lo"), QString()}, now, {1500, 700, 90000});
+            ledger.add({ QStringLiteral("lo"), QString() }, now, { 1500, 700, 90000 });
             QVERIFY(ledger.commit());
-            const QDateTime monthStart = allowance::currentLimitPeriod(QDateTime::currentDateTime(), {}, {}).start;
+            const QDateTime monthStart
+                = allowance::currentLimitPeriod(QDateTime::currentDateTime(), {}, {}).start;
             QVERIFY(ledger.addAdjustment(monthStart.toSecsSinceEpoch(), 800, now));
         }
         QProcess process;
@@ -189,9 +198,9 @@ private:
     static QString parsedMetrics(const QByteArray& text)
     {
         // An interpreter of its own (pyenv and the like) may lack the system's module.
-        for (const QString python : {"python3", "/usr/bin/python3"}) {
+        for (const QString python : { "python3", "/usr/bin/python3" }) {
             QProcess parser;
-            parser.start(python, {QFINDTESTDATA("parse_openmetrics.py")});
+            parser.start(python, { QFINDTESTDATA("parse_openmetrics.py") });
             if (!parser.waitForStarted(5000))
                 continue;
             parser.write(text);

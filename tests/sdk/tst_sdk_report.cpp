@@ -18,7 +18,9 @@ const QByteArray kDirty(VELT_STATISTICS_REPORT_SIZE, char(0xAB));
 QByteArray expectedReport(const StatisticsRecord& r)
 {
     QByteArray report(576, 0);
-    auto put = [&report](int offset, const auto& value) { std::memcpy(report.data() + offset, &value, sizeof value); };
+    auto put = [&report](int offset, const auto& value) {
+        std::memcpy(report.data() + offset, &value, sizeof value);
+    };
     put(524, quint64(r.bytesReceived));
     put(532, quint64(r.bytesSent));
     put(540, quint32(r.receiveSpeed));
@@ -28,29 +30,40 @@ QByteArray expectedReport(const StatisticsRecord& r)
     return report;
 }
 
-int dummyCallback(int, void*) { return 1; }
+int dummyCallback(int, void*)
+{
+    return 1;
+}
 
 // One call of the C function behind `call`, writing into `buffer` where it has an output.
 int invoke(SdkCall call, char* buffer, int kind = VELT_REPORT_MONTH)
 {
     switch (call) {
-    case SdkCall::GetReport: return VELT_Statistics_GetReport(kind, buffer, 0);
-    case SdkCall::GetSpecHistory: return VELT_Statistics_GetSpecHistroryData(buffer, 3600);
-    case SdkCall::Reset: return VELT_Statistics_Reset(0);
-    case SdkCall::Register: return VELT_Statistics_RegisterStatisticsCallbackEvent(dummyCallback);
+    case SdkCall::GetReport:
+        return VELT_Statistics_GetReport(kind, buffer, 0);
+    case SdkCall::GetSpecHistory:
+        return VELT_Statistics_GetSpecHistroryData(buffer, 3600);
+    case SdkCall::Reset:
+        return VELT_Statistics_Reset(0);
+    case SdkCall::Register:
+        return VELT_Statistics_RegisterStatisticsCallbackEvent(dummyCallback);
     case SdkCall::Unregister:
         // Directly, so that an armed registration failure is not consumed here.
         Sdk::instance().registerCallback(dummyCallback);
         return VELT_Statistics_UnRegisterStatisticsCallbackEvent(dummyCallback);
-    case SdkCall::GetCustomizeName: return VELT_DevSrv_GetCustomizeName(buffer);
+    case SdkCall::GetCustomizeName:
+        return VELT_DevSrv_GetCustomizeName(buffer);
     }
     return -1;
 }
 
 const QList<QPair<const char*, SdkCall>> kCalls = {
-    {"GetReport", SdkCall::GetReport},   {"GetSpecHistroryData", SdkCall::GetSpecHistory},
-    {"Reset", SdkCall::Reset},           {"Register", SdkCall::Register},
-    {"UnRegister", SdkCall::Unregister}, {"GetCustomizeName", SdkCall::GetCustomizeName},
+    { "GetReport", SdkCall::GetReport },
+    { "GetSpecHistroryData", SdkCall::GetSpecHistory },
+    { "Reset", SdkCall::Reset },
+    { "Register", SdkCall::Register },
+    { "UnRegister", SdkCall::Unregister },
+    { "GetCustomizeName", SdkCall::GetCustomizeName },
 };
 } // namespace
 
@@ -70,13 +83,17 @@ private slots:
         QTest::addColumn<StatisticsRecord>("record");
         // Every byte distinct, and a different record per kind, so that any misplaced byte or kind shows.
         for (int kind = VELT_REPORT_LIVE; kind <= VELT_REPORT_YEAR; ++kind)
-            QTest::addRow("kind %d", kind) << SdkCall::GetReport << kind << quint64(0)
-                                           << record(0x0102030405060708ull + kind, 0x1112131415161718ull, 0x21222324u,
-                                                     0x31323334u, 0x4142434445464748ll, 0x51525354u + kind);
+            QTest::addRow("kind %d", kind)
+                << SdkCall::GetReport << kind << quint64(0)
+                << record(0x0102030405060708ull + kind, 0x1112131415161718ull, 0x21222324u, 0x31323334u,
+                       0x4142434445464748ll, 0x51525354u + kind);
         QTest::newRow("extremes") << SdkCall::GetReport << int(VELT_REPORT_YEAR) << quint64(0)
-                                  << record(ULLONG_MAX, ULLONG_MAX - 1, UINT_MAX, UINT_MAX - 1, LLONG_MIN, UINT_MAX);
-        QTest::newRow("history, key 0") << SdkCall::GetSpecHistory << 0 << quint64(0) << record(52'428'800, 5'242'880, 0, 0, 3600);
-        QTest::newRow("history, largest key") << SdkCall::GetSpecHistory << 0 << quint64(ULLONG_MAX) << record(1, 2, 3, 4, 5, 6);
+                                  << record(ULLONG_MAX, ULLONG_MAX - 1, UINT_MAX, UINT_MAX - 1, LLONG_MIN,
+                                         UINT_MAX);
+        QTest::newRow("history, key 0")
+            << SdkCall::GetSpecHistory << 0 << quint64(0) << record(52'428'800, 5'242'880, 0, 0, 3600);
+        QTest::newRow("history, largest key")
+            << SdkCall::GetSpecHistory << 0 << quint64(ULLONG_MAX) << record(1, 2, 3, 4, 5, 6);
     }
 
     void reportLayout()
@@ -89,7 +106,8 @@ private slots:
         QByteArray report = kDirty;
 
         QCOMPARE(call == SdkCall::GetReport ? VELT_Statistics_GetReport(kind, report.data(), 0)
-                                            : VELT_Statistics_GetSpecHistroryData(report.data(), key), 0);
+                                            : VELT_Statistics_GetSpecHistroryData(report.data(), key),
+            0);
 
         QCOMPARE(report, expectedReport(record));
         QCOMPARE(velt::readReport(report.constData()), record);

@@ -15,8 +15,18 @@
 
 struct FakeProc
 {
-    struct Device { quint64 received = 0, sent = 0; velt::LinkState link; int megabits = 0; };
-    struct Shared { std::mutex mutex; QMap<QString, Device> devices; std::atomic<qint64> wallMs{0}, monoMs{100000}; };
+    struct Device
+    {
+        quint64 received = 0, sent = 0;
+        velt::LinkState link;
+        int megabits = 0;
+    };
+    struct Shared
+    {
+        std::mutex mutex;
+        QMap<QString, Device> devices;
+        std::atomic<qint64> wallMs { 0 }, monoMs { 100000 };
+    };
 
     QTemporaryDir dir;
     QString root = dir.path(); // another directory for a child process
@@ -25,10 +35,12 @@ struct FakeProc
     std::shared_ptr<Shared> state = std::make_shared<Shared>();
 
     // A device that is up, running and has an address when connected.
-    void set(const QString& name, quint64 received, quint64 sent, quint32 ifindex = 2, bool connected = true, int megabits = 0)
+    void set(const QString& name, quint64 received, quint64 sent, quint32 ifindex = 2, bool connected = true,
+        int megabits = 0)
     {
         std::lock_guard lock(state->mutex);
-        state->devices[name] = Device{received, sent, velt::LinkState{true, true, connected, connected, ifindex}, megabits};
+        state->devices[name] = Device { received, sent,
+            velt::LinkState { true, true, connected, connected, ifindex }, megabits };
     }
 
     void advance(qint64 ms) { state->wallMs += ms, state->monoMs += ms; }
@@ -39,14 +51,23 @@ struct FakeProc
         {
             std::lock_guard lock(state->mutex);
             for (auto it = state->devices.cbegin(); it != state->devices.cend(); ++it) {
-                dev += QStringLiteral("%1: %2 1 0 0 0 0 0 0 %3 1 0 0 0 0 0 0\n").arg(it.key()).arg(it->received).arg(it->sent).toUtf8();
-                if (it->megabits && !put(qPrintable(QStringLiteral("sysfs/class/net/%1/speed").arg(it.key())), QByteArray::number(it->megabits)))
+                dev += QStringLiteral("%1: %2 1 0 0 0 0 0 0 %3 1 0 0 0 0 0 0\n")
+                           .arg(it.key())
+                           .arg(it->received)
+                           .arg(it->sent)
+                           .toUtf8();
+                if (it->megabits
+                    && !put(qPrintable(QStringLiteral("sysfs/class/net/%1/speed").arg(it.key())),
+                        QByteArray::number(it->megabits)))
                     return false;
             }
         }
-        const QByteArray routes = "Iface\tDestination\tGateway\tFlags\tRefCnt\tUse\tMetric\tMask\tMTU\tWindow\tIRTT\n"
-            + (route.isEmpty() ? QByteArray() : route.toUtf8() + "\t00000000\t0100000A\t0003\t0\t0\t0\t00000000\t0\t0\t0\n");
-        return put("self/net/dev", dev) && put("self/net/route", routes) && put("sys/kernel/random/boot_id", bootId);
+        const QByteArray routes
+            = "Iface\tDestination\tGateway\tFlags\tRefCnt\tUse\tMetric\tMask\tMTU\tWindow\tIRTT\n"
+            + (route.isEmpty() ? QByteArray()
+                               : route.toUtf8() + "\t00000000\t0100000A\t0003\t0\t0\t0\t00000000\t0\t0\t0\n");
+        return put("self/net/dev", dev) && put("self/net/route", routes)
+            && put("sys/kernel/random/boot_id", bootId);
     }
 
     velt::LinuxOptions options(const QString& database) const

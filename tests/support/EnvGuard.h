@@ -8,7 +8,12 @@ class EnvGuard
 {
 public:
     // A null value clears the variable.
-    EnvGuard(const char* name, const QByteArray& value) : m_name(name), m_saved(qgetenv(name)) { set(value); }
+    EnvGuard(const char* name, const QByteArray& value)
+        : m_name(name)
+        , m_saved(qgetenv(name))
+    {
+        set(value);
+    }
     ~EnvGuard() { set(m_saved); }
     EnvGuard(const EnvGuard&) = delete;
     EnvGuard& operator=(const EnvGuard&) = delete;

@@ -15,8 +15,12 @@ namespace velt {
 inline char* toString(const StatisticsRecord& r)
 {
     return QTest::toString(QStringLiteral("{received %1, sent %2, rx %3/s, tx %4/s, %5 s, reset %6}")
-                               .arg(r.bytesReceived).arg(r.bytesSent).arg(r.receiveSpeed)
-                               .arg(r.sendSpeed).arg(r.duration).arg(r.resetTime));
+                               .arg(r.bytesReceived)
+                               .arg(r.bytesSent)
+                               .arg(r.receiveSpeed)
+                               .arg(r.sendSpeed)
+                               .arg(r.duration)
+                               .arg(r.resetTime));
 }
 } // namespace velt
 
@@ -28,10 +32,10 @@ inline velt::SimulatedBackend* installFreshBackend(velt::SimulatedBackend::Clock
     return raw;
 }
 
-inline velt::StatisticsRecord record(quint64 received, quint64 sent, quint32 rx, quint32 tx, qint64 seconds,
-                                     quint32 resetTime = 0)
+inline velt::StatisticsRecord record(
+    quint64 received, quint64 sent, quint32 rx, quint32 tx, qint64 seconds, quint32 resetTime = 0)
 {
-    return velt::StatisticsRecord{received, sent, rx, tx, seconds, resetTime};
+    return velt::StatisticsRecord { received, sent, rx, tx, seconds, resetTime };
 }
 
 // What the C API reports for `kind` right now; a failed call gives all zeros.

@@ -5,7 +5,7 @@
 #include <QFileInfo>
 
 namespace {
-const char* const kVariables[] = {"NETINFO_LIBRARY_PATH", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME"};
+const char* const kVariables[] = { "NETINFO_LIBRARY_PATH", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME" };
 
 bool writeFile(const QString& path, const QByteArray& content)
 {
@@ -18,11 +18,12 @@ bool writeFile(const QString& path, const QByteArray& content)
 TestHome::TestHome()
 {
     for (const char* name : kVariables)
-        m_savedEnv.append({name, qgetenv(name)});
+        m_savedEnv.append({ name, qgetenv(name) });
     if (!m_dir.isValid())
         return;
     QDir root(m_dir.path());
-    for (const char* sub : {"home/plugins/NetInfoUIExPlugin", "home/translations", "data", "config", "user"})
+    for (const char* sub :
+        { "home/plugins/NetInfoUIExPlugin", "home/translations", "data", "config", "user" })
         root.mkpath(QLatin1String(sub));
     qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(homePath()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(dataHome()));
@@ -40,11 +41,26 @@ TestHome::~TestHome()
     }
 }
 
-QString TestHome::homePath() const { return m_dir.path() + QStringLiteral("/home"); }
-QString TestHome::pluginDir() const { return homePath() + QStringLiteral("/plugins/NetInfoUIExPlugin"); }
-QString TestHome::dataHome() const { return m_dir.path() + QStringLiteral("/data"); }
-QString TestHome::configHome() const { return m_dir.path() + QStringLiteral("/config"); }
-QString TestHome::userFile(const QString& name) const { return dataHome() + QStringLiteral("/netinfo/") + name; }
+QString TestHome::homePath() const
+{
+    return m_dir.path() + QStringLiteral("/home");
+}
+QString TestHome::pluginDir() const
+{
+    return homePath() + QStringLiteral("/plugins/NetInfoUIExPlugin");
+}
+QString TestHome::dataHome() const
+{
+    return m_dir.path() + QStringLiteral("/data");
+}
+QString TestHome::configHome() const
+{
+    return m_dir.path() + QStringLiteral("/config");
+}
+QString TestHome::userFile(const QString& name) const
+{
+    return dataHome() + QStringLiteral("/netinfo/") + name;
+}
 
 bool TestHome::installDataFile(const QString& name)
 {
@@ -60,7 +76,8 @@ bool TestHome::installConfig(const QStringList& off, const QList<QPair<QByteArra
         return false;
     QByteArray config = file.readAll();
     for (const QString& name : off)
-        config.replace("name=\"" + name.toLatin1() + "\" value=\"true\"", "name=\"" + name.toLatin1() + "\" value=\"false\"");
+        config.replace("name=\"" + name.toLatin1() + "\" value=\"true\"",
+            "name=\"" + name.toLatin1() + "\" value=\"false\"");
     for (const auto& [from, to] : edits) {
         if (!config.contains(from))
             return false;
@@ -72,7 +89,7 @@ bool TestHome::installConfig(const QStringList& off, const QList<QPair<QByteArra
 bool TestHome::installTranslations()
 {
     const QDir source(buildHomeDir() + QStringLiteral("/translations"));
-    const QStringList files = source.entryList({QStringLiteral("*.qm")}, QDir::Files);
+    const QStringList files = source.entryList({ QStringLiteral("*.qm") }, QDir::Files);
     bool ok = !files.isEmpty();
     for (const QString& file : files)
         ok = QFile::copy(source.filePath(file), homePath() + QStringLiteral("/translations/") + file) && ok;
@@ -89,5 +106,11 @@ bool TestHome::writeUserFile(const QString& name, const QByteArray& content)
     return writeFile(userFile(name), content);
 }
 
-QString TestHome::sourceDataDir() { return QStringLiteral(NETINFO_SOURCE_DATA_DIR); }
-QString TestHome::buildHomeDir() { return QStringLiteral(NETINFO_BUILD_HOME_DIR); }
+QString TestHome::sourceDataDir()
+{
+    return QStringLiteral(NETINFO_SOURCE_DATA_DIR);
+}
+QString TestHome::buildHomeDir()
+{
+    return QStringLiteral(NETINFO_BUILD_HOME_DIR);
+}

@@ -6,8 +6,8 @@
 #include <QByteArray>
 #include <QList>
 #include <QPair>
-#include <QStringList>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 class TestHome
@@ -22,10 +22,10 @@ public:
     TestHome& operator=(const TestHome&) = delete;
 
     bool isValid() const { return m_dir.isValid(); }
-    QString homePath() const;      // <home>
-    QString pluginDir() const;     // <home>/plugins/NetInfoUIExPlugin
-    QString dataHome() const;      // XDG_DATA_HOME
-    QString configHome() const;    // XDG_CONFIG_HOME
+    QString homePath() const; // <home>
+    QString pluginDir() const; // <home>/plugins/NetInfoUIExPlugin
+    QString dataHome() const; // XDG_DATA_HOME
+    QString configHome() const; // XDG_CONFIG_HOME
     QString userFile(const QString& name) const; // XDG_DATA_HOME/netinfo/<name>
 
     // Copies a shipped file of the source tree's data/ into the plug-in dir.

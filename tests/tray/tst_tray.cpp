@@ -28,12 +28,13 @@ void TrayTest::toolTip_data()
     QTest::addColumn<notify::LimitStatus>("status");
     QTest::addColumn<QString>("expected");
 
-    notify::LimitStatus data{true, false, 800 * 1048576ull, 1024 * 1048576ull, 78, 224 * 1048576ull, 12,
-                             "NoWarningColor"};
-    QTest::newRow("data") << data << "NetInfo: 800.0 MB of 1.0 GB used (78 %)\n224.0 MB left\n12 day(s) left in this period";
-    notify::LimitStatus time{true, true, 5400, 36000, 15, 30600, -1, "NoWarningColor"};
+    notify::LimitStatus data { true, false, 800 * 1048576ull, 1024 * 1048576ull, 78, 224 * 1048576ull, 12,
+        "NoWarningColor" };
+    QTest::newRow("data")
+        << data << "NetInfo: 800.0 MB of 1.0 GB used (78 %)\n224.0 MB left\n12 day(s) left in this period";
+    notify::LimitStatus time { true, true, 5400, 36000, 15, 30600, -1, "NoWarningColor" };
     QTest::newRow("time, not recurring") << time << "NetInfo: 1:30 of 10:00 used (15 %)\n8:30 left";
-    QTest::newRow("no limit") << notify::LimitStatus{} << "NetInfo: no usage limit set";
+    QTest::newRow("no limit") << notify::LimitStatus {} << "NetInfo: no usage limit set";
 }
 
 void TrayTest::toolTip()

@@ -21,7 +21,7 @@ TreeRows rowsBuilder()
     speed.strName = QStringLiteral("B/s");
     TagUnits flux;
     flux.strName = QStringLiteral("B");
-    return TreeRows({"Speed", "Data", "Time", "Up", "Down", "Reset"}, {speed}, {flux}, fakeFormat);
+    return TreeRows({ "Speed", "Data", "Time", "Up", "Down", "Reset" }, { speed }, { flux }, fakeFormat);
 }
 } // namespace
 
@@ -36,9 +36,9 @@ private slots:
         QTest::addColumn<int>("failing"); // -1: none
         QTest::addColumn<QList<int>>("asked");
         QTest::addColumn<bool>("complete");
-        QTest::newRow("all answer") << -1 << QList<int>{0, 2, 3, 1} << true;
-        QTest::newRow("month fails") << int(NETINFO_MONTHLY) << QList<int>{0, 2} << false;
-        QTest::newRow("week fails last") << int(NETINFO_WEEKLY) << QList<int>{0, 2, 3, 1} << false;
+        QTest::newRow("all answer") << -1 << QList<int> { 0, 2, 3, 1 } << true;
+        QTest::newRow("month fails") << int(NETINFO_MONTHLY) << QList<int> { 0, 2 } << false;
+        QTest::newRow("week fails last") << int(NETINFO_WEEKLY) << QList<int> { 0, 2, 3, 1 } << false;
     }
 
     void refresh()
@@ -84,8 +84,12 @@ private slots:
     {
         TreeRows rows = rowsBuilder();
         StatisticsSnapshot snapshot;
-        snapshot.refresh([](_enNetInfoType type, NetInfoData& data) { data.ullDownData = type * 10; return false; },
-                         [](QString& text) { text = QStringLiteral("today"); });
+        snapshot.refresh(
+            [](_enNetInfoType type, NetInfoData& data) {
+                data.ullDownData = type * 10;
+                return false;
+            },
+            [](QString& text) { text = QStringLiteral("today"); });
         rows.buildStored(snapshot);
         rows.buildLive(snapshot.live, 0);
         QCOMPARE(rows.row(RowLastReset), QStringLiteral("Reset today"));
