@@ -66,6 +66,8 @@ void saveSettings(HostApplication& host)
 
 } // namespace
 
+// One scenario, read from top to bottom: split, it would hide its own timeline.
+// NOLINTNEXTLINE(readability-function-size)
 int main(int argc, char* argv[])
 {
     const BenchHome home;

@@ -236,7 +236,7 @@ const MeterSnapshot& UsageMeter::step()
 QStringList UsageMeter::updateCountedSet(const QList<DeviceCounters>& devices, const QList<LinkInfo>& links)
 {
     bool fallback = false;
-    const QStringList counted = countedSet(devices, links, fallback);
+    QStringList counted = countedSet(devices, links, fallback);
     if (counted != m_counted || fallback != m_fallback)
         qCInfo(lcLinux, "LinuxBackend: counting %s%s",
             qUtf8Printable(
