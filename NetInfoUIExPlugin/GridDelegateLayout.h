@@ -2,9 +2,14 @@
 // with a focus frame.
 #pragma once
 
+#include <QFont>
 #include <QHash>
 #include <QItemDelegate>
 #include <QSize>
+
+#include <memory>
+
+class QTextLayout;
 
 class GridDelegateLayout : public QItemDelegate
 {
@@ -20,6 +25,11 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 protected:
+    // Qt lays a row's text out and shapes it anew for every paint, and shaping
+    // is most of a repaint; a text already shown at this width and font is
+    // drawn from its kept layout instead. Pixels are the same as Qt's.
+    void drawDisplay(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect,
+        const QString& text) const override;
     void drawFocus(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect) const override;
 
 private:
@@ -41,4 +51,29 @@ private:
         return qHashMulti(seed, key.shape, key.font, key.icon);
     }
     mutable QHash<SizeKey, QSize> m_sizes;
+
+    struct LayoutKey
+    {
+        QString text;
+        QFont font;
+        int width = 0;
+        Qt::LayoutDirection direction = Qt::LeftToRight;
+        int alignment = 0;
+        bool operator==(const LayoutKey& other) const
+        {
+            return width == other.width && direction == other.direction && alignment == other.alignment
+                && text == other.text && font == other.font;
+        }
+    };
+    friend size_t qHash(const LayoutKey& key, size_t seed)
+    {
+        return qHashMulti(seed, key.text, key.width, key.alignment);
+    }
+    struct Shaped
+    {
+        std::shared_ptr<QTextLayout> layout;
+        QSizeF size;
+    };
+    const Shaped& shaped(const LayoutKey& key) const;
+    mutable QHash<LayoutKey, Shaped> m_layouts;
 };

@@ -25,6 +25,14 @@ public:
         const QDir shipped(QStringLiteral(NETINFO_PLUGIN_DATA_DIR));
         for (const QString& name : shipped.entryList(QDir::Files))
             QFile::copy(shipped.filePath(name), pluginDir + QLatin1Char('/') + name);
+#ifdef NETINFO_TRANSLATION_DATA_DIR
+        // Untranslated keys are longer than any language's texts and get elided.
+        const QString translationDir = m_home.path() + QStringLiteral("/translations");
+        QDir().mkpath(translationDir);
+        const QDir built(QStringLiteral(NETINFO_TRANSLATION_DATA_DIR));
+        for (const QString& name : built.entryList({ QStringLiteral("*.qm") }, QDir::Files))
+            QFile::copy(built.filePath(name), translationDir + QLatin1Char('/') + name);
+#endif
         qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(m_home.path()));
         qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path() + QStringLiteral("/data")));
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.path() + QStringLiteral("/config")));

@@ -9,6 +9,7 @@
 //   bench_tick [ticks]   (default 500; runs offscreen)
 #include "BenchSupport.h"
 
+#include "Change.h"
 #include "CommonUtils.h"
 #include "HostIds.h"
 #include "LinuxBackend.h"
@@ -157,6 +158,8 @@ int main(int argc, char* argv[])
 {
     const BenchHome home;
     QApplication app(argc, argv);
+    if (!Change::LoadLanguage(QStringLiteral("en")))
+        QTextStream(stderr) << "bench_tick: the English texts did not load; rows show their keys\n";
     const int ticks = argc > 1 ? std::max(1, QString::fromLocal8Bit(argv[1]).toInt()) : 500;
 
     auto simulated = std::make_unique<velt::SimulatedBackend>();
@@ -187,7 +190,6 @@ int main(int argc, char* argv[])
     target.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     QTemporaryDir ledger;
     velt::LinuxOptions options;
-    options.interfaceNames = { QStringLiteral("lo") };
     options.interfaceNames = { QStringLiteral("lo") };
     options.databasePath = ledger.path() + QStringLiteral("/usage.sqlite");
     options.settingsPath = ledger.path() + QStringLiteral("/netinfo-host.conf");
