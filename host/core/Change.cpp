@@ -5,8 +5,10 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QHash>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMutex>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QTranslator>
@@ -22,6 +24,11 @@ struct LanguageState
     QPointer<QTranslator> translator;
     QPointer<QTranslator> qtTranslator; // Qt's own texts (standard buttons, dialogs)
     QString name;
+    // The view asks for the same unit and caption texts every second; they
+    // change only with the translator, which all loading goes through.
+    QMutex memoLock;
+    QHash<QString, QString> memo;
+    const QTranslator* memoFor = nullptr;
 };
 
 LanguageState& current()
@@ -42,7 +49,20 @@ bool isLanguageName(const QString& language)
 
 QString Change::tr(const QString& key, const QString& context)
 {
-    return QCoreApplication::translate(context.toUtf8().constData(), key.toUtf8().constData());
+    LanguageState& state = current();
+    const QString memoKey = context + QChar(0x1f) + key;
+    QMutexLocker lock(&state.memoLock);
+    if (state.memoFor != state.translator.data()) {
+        state.memo.clear();
+        state.memoFor = state.translator.data();
+    }
+    const auto found = state.memo.constFind(memoKey);
+    if (found != state.memo.constEnd())
+        return *found;
+    const QString text = QCoreApplication::translate(context.toUtf8().constData(), key.toUtf8().constData());
+    if (state.memo.size() < 4096) // keys are a fixed vocabulary; a runaway caller is not kept
+        state.memo.insert(memoKey, text);
+    return text;
 }
 
 bool Change::LoadLanguage(const QString& language)
@@ -80,7 +100,12 @@ bool Change::LoadLanguage(const QString& language)
         delete state.translator;
     }
     next->setParent(app);
-    state.translator = next.release();
+    {
+        QMutexLocker lock(&state.memoLock);
+        state.memo.clear();
+        state.translator = next.release();
+        state.memoFor = state.translator.data();
+    }
 
     // Qt's translations are optional (a separate Debian package); English
     // needs none, so the previous language's go away in any case.
