@@ -27,7 +27,7 @@ struct LanguageState
     // The view asks for the same unit and caption texts every second; they
     // change only with the translator, which all loading goes through.
     QMutex memoLock;
-    QHash<QString, QString> memo;
+    QHash<QString, QHash<QString, QString>> memo; // context → key → text
     const QTranslator* memoFor = nullptr;
 };
 
@@ -50,18 +50,18 @@ bool isLanguageName(const QString& language)
 QString Change::tr(const QString& key, const QString& context)
 {
     LanguageState& state = current();
-    const QString memoKey = context + QChar(0x1f) + key;
     QMutexLocker lock(&state.memoLock);
     if (state.memoFor != state.translator.data()) {
         state.memo.clear();
         state.memoFor = state.translator.data();
     }
-    const auto found = state.memo.constFind(memoKey);
-    if (found != state.memo.constEnd())
+    QHash<QString, QString>& texts = state.memo[context];
+    const auto found = texts.constFind(key);
+    if (found != texts.constEnd())
         return *found;
     const QString text = QCoreApplication::translate(context.toUtf8().constData(), key.toUtf8().constData());
-    if (state.memo.size() < 4096) // keys are a fixed vocabulary; a runaway caller is not kept
-        state.memo.insert(memoKey, text);
+    if (texts.size() < 4096) // keys are a fixed vocabulary; a runaway caller is not kept
+        texts.insert(key, text);
     return text;
 }
 

@@ -19,7 +19,8 @@ private slots:
 
 namespace {
 
-QImage paintItem(const QAbstractItemDelegate& delegate, const QStyleOptionViewItem& option, const QModelIndex& index)
+QImage paintItem(
+    const QAbstractItemDelegate& delegate, const QStyleOptionViewItem& option, const QModelIndex& index)
 {
     QImage image(option.rect.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
@@ -41,10 +42,11 @@ void TestTreeDelegate::drawsAsQt_data()
     const int left = int(Qt::AlignLeft | Qt::AlignVCenter);
     QTest::newRow("figure") << "Received: 12.34 MB" << 220 << Qt::LeftToRight << left << false;
     QTest::newRow("mirrored") << "Received: 12.34 MB" << 220 << Qt::RightToLeft << left << false;
-    QTest::newRow("arabic") << QStringLiteral("تم الاستلام: 12 MB") << 220 << Qt::RightToLeft << left << false;
+    QTest::newRow("arabic") << QStringLiteral("تم الاستلام: 12 MB") << 220 << Qt::RightToLeft << left
+                            << false;
     QTest::newRow("selected") << "00:01:02" << 220 << Qt::LeftToRight << left << true;
-    QTest::newRow("right aligned") << "5 KB/s" << 220 << Qt::LeftToRight << int(Qt::AlignRight | Qt::AlignVCenter)
-                                   << false;
+    QTest::newRow("right aligned") << "5 KB/s" << 220 << Qt::LeftToRight
+                                   << int(Qt::AlignRight | Qt::AlignVCenter) << false;
     QTest::newRow("elided") << "Total this month: 123456.78 MB" << 60 << Qt::LeftToRight << left << false;
     QTest::newRow("two lines") << "Sent\n1 MB" << 220 << Qt::LeftToRight << left << false;
 }
