@@ -7,11 +7,14 @@
 #include <QPen>
 #include <QStyle>
 #include <QTextLayout>
+#include <QtMath>
 
 namespace {
 
 // A tick changes a handful of rows; what they showed before is not shown again.
 constexpr int kKeptLayouts = 128;
+// Wide enough for any row; the line is never wrapped.
+constexpr qreal kUnboundedLine = 1 << 20;
 
 } // namespace
 
@@ -65,32 +68,83 @@ const GridDelegateLayout::Shaped& GridDelegateLayout::shaped(const LayoutKey& ke
     Shaped entry;
     entry.layout = std::make_shared<QTextLayout>(key.text, key.font);
     entry.layout->setCacheEnabled(true); // keep the shaped glyphs for the next paint
-    QTextOption textOption;
+    QTextOption textOption(Qt::AlignLeft | Qt::AlignAbsolute);
     textOption.setWrapMode(QTextOption::ManualWrap);
     textOption.setTextDirection(key.direction);
-    textOption.setAlignment(QStyle::visualAlignment(key.direction, Qt::Alignment(key.alignment)));
     entry.layout->setTextOption(textOption);
-    qreal height = 0;
-    qreal widthUsed = 0;
     entry.layout->beginLayout();
-    for (QTextLine line = entry.layout->createLine(); line.isValid(); line = entry.layout->createLine()) {
-        line.setLineWidth(key.width);
-        line.setPosition(QPointF(0, height));
-        height += line.height();
-        widthUsed = qMax(widthUsed, line.naturalTextWidth());
+    QTextLine line = entry.layout->createLine();
+    if (line.isValid()) {
+        line.setLineWidth(kUnboundedLine);
+        entry.width = line.naturalTextWidth();
+        entry.advance = line.horizontalAdvance();
+        entry.height = line.height();
     }
     entry.layout->endLayout();
-    entry.size = QSizeF(widthUsed, height);
     return *m_layouts.insert(key, entry);
+}
+
+bool GridDelegateLayout::isPlainText(const QString& text)
+{
+    return !text.contains(QLatin1Char('\n')) && !text.contains(QChar::LineSeparator);
+}
+
+void GridDelegateLayout::paint(
+    QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QVariant display = index.data(Qt::DisplayRole);
+    const QVariant decoration = index.data(Qt::DecorationRole);
+    const bool plain = display.userType() == QMetaType::QString && isPlainText(display.toString())
+        && !(option.features & QStyleOptionViewItem::WrapText) && !index.data(Qt::CheckStateRole).isValid()
+        && (!decoration.isValid() || decoration.userType() == QMetaType::QIcon);
+    if (!plain) {
+        QItemDelegate::paint(painter, option, index);
+        return;
+    }
+
+    const QStyleOptionViewItem opt = setOptions(index, option);
+    painter->save();
+    if (hasClipping())
+        painter->setClipRect(opt.rect);
+
+    QIcon icon;
+    QIcon::Mode mode = QIcon::Normal;
+    QIcon::State state = (option.state & QStyle::State_Open) ? QIcon::On : QIcon::Off;
+    QRect decorationRect;
+    if (decoration.isValid()) {
+        icon = qvariant_cast<QIcon>(decoration);
+        if (!(option.state & QStyle::State_Enabled))
+            mode = QIcon::Disabled;
+        else if (option.state & QStyle::State_Selected)
+            mode = QIcon::Selected;
+        decorationRect = QRect(QPoint(0, 0), icon.actualSize(option.decorationSize, mode, state));
+    }
+
+    // The measure Qt's own paint takes: the text on one line plus a margin.
+    const QString text = display.toString();
+    const Shaped& entry = shaped({ text, opt.font, opt.direction });
+    const int textMargin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    QRect displayRect(0, 0, qCeil(entry.width) + 2 * textMargin, qCeil(entry.height));
+    QRect checkRect;
+    doLayout(opt, &checkRect, &decorationRect, &displayRect, false);
+
+    drawBackground(painter, opt, index);
+    if (!icon.isNull())
+        icon.paint(painter, decorationRect, opt.decorationAlignment, mode, state);
+    drawDisplay(painter, opt, displayRect, text);
+    drawFocus(painter, opt, displayRect);
+    painter->restore();
 }
 
 void GridDelegateLayout::drawDisplay(
     QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect, const QString& text) const
 {
-    // Editing frames, wrapping and several lines stay with Qt's own drawing.
-    const bool plain = !text.isEmpty() && !(option.state & QStyle::State_Editing)
-        && !(option.features & QStyleOptionViewItem::WrapText) && !text.contains(QLatin1Char('\n'))
-        && !text.contains(QChar::LineSeparator);
+    // Editing frames, wrapping, several lines and centred or justified text
+    // stay with Qt's own drawing.
+    const Qt::Alignment alignment = QStyle::visualAlignment(option.direction, option.displayAlignment);
+    const bool plain = !text.isEmpty() && isPlainText(text) && !(option.state & QStyle::State_Editing)
+        && !(option.features & QStyleOptionViewItem::WrapText)
+        && !(alignment & (Qt::AlignHCenter | Qt::AlignJustify));
     if (!plain) {
         QItemDelegate::drawDisplay(painter, option, rect, text);
         return;
@@ -98,9 +152,8 @@ void GridDelegateLayout::drawDisplay(
     const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
     const int textMargin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
     const QRect textRect = rect.adjusted(textMargin, 0, -textMargin, 0);
-    const Shaped& entry
-        = shaped({ text, option.font, textRect.width(), option.direction, int(option.displayAlignment) });
-    if (textRect.width() < entry.size.width() || textRect.height() < entry.size.height()) {
+    const Shaped& entry = shaped({ text, option.font, option.direction });
+    if (textRect.width() < entry.width || textRect.height() < entry.height) {
         QItemDelegate::drawDisplay(painter, option, rect, text); // elided
         return;
     }
@@ -115,8 +168,10 @@ void GridDelegateLayout::drawDisplay(
     } else {
         painter->setPen(option.palette.color(group, QPalette::Text));
     }
-    const QSize layoutSize(textRect.width(), int(entry.size.height()));
+    const QSize layoutSize(textRect.width(), int(entry.height));
     const QRect layoutRect
         = QStyle::alignedRect(option.direction, option.displayAlignment, layoutSize, textRect);
-    entry.layout->draw(painter, layoutRect.topLeft(), {}, layoutRect);
+    // Right alignment as Qt's line layout applies it: the line's room less the text's advance.
+    const qreal offset = (alignment & Qt::AlignRight) ? textRect.width() - entry.advance : 0;
+    entry.layout->draw(painter, QPointF(layoutRect.topLeft()) + QPointF(offset, 0), {}, layoutRect);
 }

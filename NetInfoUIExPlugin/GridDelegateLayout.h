@@ -24,10 +24,15 @@ public:
     // share one advance in the fonts a tree uses), so each shape is measured once.
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
+    // Qt lays a row's text out and shapes it twice for every paint (once to
+    // measure it, once to draw it), and shaping is most of a repaint. Plain
+    // rows (one line of text, an icon at most, no check box) are measured and
+    // drawn from one kept layout per text; everything else is Qt's own path.
+    // Pixels are the same as Qt's.
+    void paint(
+        QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
 protected:
-    // Qt lays a row's text out and shapes it anew for every paint, and shaping
-    // is most of a repaint; a text already shown at this width and font is
-    // drawn from its kept layout instead. Pixels are the same as Qt's.
     void drawDisplay(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect,
         const QString& text) const override;
     void drawFocus(QPainter* painter, const QStyleOptionViewItem& option, const QRect& rect) const override;
@@ -52,28 +57,30 @@ private:
     }
     mutable QHash<SizeKey, QSize> m_sizes;
 
+    // Laid out left-aligned on one unbounded line: its measure does not
+    // depend on the room it is drawn in, and alignment is an offset.
     struct LayoutKey
     {
         QString text;
         QFont font;
-        int width = 0;
         Qt::LayoutDirection direction = Qt::LeftToRight;
-        int alignment = 0;
         bool operator==(const LayoutKey& other) const
         {
-            return width == other.width && direction == other.direction && alignment == other.alignment
-                && text == other.text && font == other.font;
+            return direction == other.direction && text == other.text && font == other.font;
         }
     };
     friend size_t qHash(const LayoutKey& key, size_t seed)
     {
-        return qHashMulti(seed, key.text, key.width, key.alignment);
+        return qHashMulti(seed, key.text, int(key.direction));
     }
     struct Shaped
     {
         std::shared_ptr<QTextLayout> layout;
-        QSizeF size;
+        qreal width = 0; // the text without trailing spaces
+        qreal advance = 0; // with them, as alignment counts
+        qreal height = 0;
     };
     const Shaped& shaped(const LayoutKey& key) const;
+    static bool isPlainText(const QString& text);
     mutable QHash<LayoutKey, Shaped> m_layouts;
 };

@@ -3,6 +3,7 @@
 #include "GridDelegateLayout.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QImage>
 #include <QItemDelegate>
 #include <QPainter>
@@ -38,17 +39,22 @@ void TestTreeDelegate::drawsAsQt_data()
     QTest::addColumn<Qt::LayoutDirection>("direction");
     QTest::addColumn<int>("alignment");
     QTest::addColumn<bool>("selected");
+    QTest::addColumn<bool>("icon");
 
     const int left = int(Qt::AlignLeft | Qt::AlignVCenter);
-    QTest::newRow("figure") << "Received: 12.34 MB" << 220 << Qt::LeftToRight << left << false;
-    QTest::newRow("mirrored") << "Received: 12.34 MB" << 220 << Qt::RightToLeft << left << false;
-    QTest::newRow("arabic") << QStringLiteral("تم الاستلام: 12 MB") << 220 << Qt::RightToLeft << left
+    QTest::newRow("figure") << "Received: 12.34 MB" << 220 << Qt::LeftToRight << left << false << false;
+    QTest::newRow("mirrored") << "Received: 12.34 MB" << 220 << Qt::RightToLeft << left << false << false;
+    QTest::newRow("arabic") << QStringLiteral("تم الاستلام: 12 MB") << 220 << Qt::RightToLeft << left << false
                             << false;
-    QTest::newRow("selected") << "00:01:02" << 220 << Qt::LeftToRight << left << true;
+    QTest::newRow("selected") << "00:01:02" << 220 << Qt::LeftToRight << left << true << false;
     QTest::newRow("right aligned") << "5 KB/s" << 220 << Qt::LeftToRight
-                                   << int(Qt::AlignRight | Qt::AlignVCenter) << false;
-    QTest::newRow("elided") << "Total this month: 123456.78 MB" << 60 << Qt::LeftToRight << left << false;
-    QTest::newRow("two lines") << "Sent\n1 MB" << 220 << Qt::LeftToRight << left << false;
+                                   << int(Qt::AlignRight | Qt::AlignVCenter) << false << false;
+    QTest::newRow("elided") << "Total this month: 123456.78 MB" << 60 << Qt::LeftToRight << left << false
+                            << false;
+    QTest::newRow("trailing space, mirrored") << "Sent: " << 220 << Qt::RightToLeft << left << false << false;
+    QTest::newRow("icon") << "Today" << 220 << Qt::LeftToRight << left << false << true;
+    QTest::newRow("icon, mirrored, selected") << "Today" << 220 << Qt::RightToLeft << left << true << true;
+    QTest::newRow("two lines") << "Sent\n1 MB" << 220 << Qt::LeftToRight << left << false << false;
 }
 
 void TestTreeDelegate::drawsAsQt()
@@ -58,9 +64,16 @@ void TestTreeDelegate::drawsAsQt()
     QFETCH(Qt::LayoutDirection, direction);
     QFETCH(int, alignment);
     QFETCH(bool, selected);
+    QFETCH(bool, icon);
 
     QStandardItemModel model;
-    model.appendRow(new QStandardItem(text));
+    auto* item = new QStandardItem(text);
+    if (icon) {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::darkGreen);
+        item->setIcon(QIcon(pixmap));
+    }
+    model.appendRow(item);
     const QModelIndex index = model.index(0, 0);
     QStyleOptionViewItem option;
     option.rect = QRect(0, 0, width, text.contains(QLatin1Char('\n')) ? 44 : 28);
@@ -69,6 +82,8 @@ void TestTreeDelegate::drawsAsQt()
     option.font = QApplication::font();
     option.fontMetrics = QFontMetrics(option.font);
     option.palette = QApplication::palette();
+    option.decorationSize = QSize(16, 16);
+    option.decorationAlignment = Qt::AlignCenter;
     option.state = QStyle::State_Enabled | QStyle::State_Active;
     if (selected)
         option.state |= QStyle::State_Selected;
