@@ -549,7 +549,7 @@
     <name>allowance</name>
     <message>
         <source>Used %1 of %2 (%3 %)</source>
-        <translation>استُخدم %1 من %2 (%3 %)</translation>
+        <translation>استُخدم ⁦%1⁩ من ⁦%2⁩ (⁦%3 %⁩)</translation>
     </message>
     <message>
         <source>Remaining: %1</source>
@@ -561,7 +561,7 @@
     </message>
     <message>
         <source>Includes a calibration of %1%2</source>
-        <translation>يشمل معايرة بمقدار %1%2</translation>
+        <translation>يشمل معايرة بمقدار ⁦%1%2⁩</translation>
     </message>
     <message>
         <source>Days left: %1</source>
@@ -628,15 +628,15 @@
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation>%1 من %2</translation>
+        <translation>⁦%1⁩ من ⁦%2⁩</translation>
     </message>
     <message>
         <source>%1 (no limit set)</source>
-        <translation>%1 (لم يُعيَّن حد)</translation>
+        <translation>⁦%1⁩ (لم يُعيَّن حد)</translation>
     </message>
     <message>
         <source>Calibrated to your operator&apos;s count: %1%2 on what NetInfo recorded.</source>
-        <translation>مُعايَر وفق حساب مشغل الشبكة: %1%2 على ما سجّله NetInfo.</translation>
+        <translation>مُعايَر وفق حساب مشغل الشبكة: ⁦%1%2⁩ على ما سجّله NetInfo.</translation>
     </message>
     <message>
         <source>Calibrate</source>
@@ -775,11 +775,11 @@ Total: %4</source>
     </message>
     <message>
         <source>%1 % of this period&apos;s limit used.</source>
-        <translation>استُخدم %1 % من حد هذه الفترة.</translation>
+        <translation>استُخدم ⁦%1 %⁩ من حد هذه الفترة.</translation>
     </message>
     <message>
         <source>%1 % of this period&apos;s limit used on %2.</source>
-        <translation>استُخدم %1 % من حد هذه الفترة على %2.</translation>
+        <translation>استُخدم ⁦%1 %⁩ من حد هذه الفترة على ⁦%2⁩.</translation>
     </message>
 </context>
 <context>
@@ -807,8 +807,8 @@ Total: %4</source>
     <message>
         <source>NetInfo: %1 of %2 used (%3 %)
 %4 left</source>
-        <translation>NetInfo: استُخدم %1 من %2 (%3 %)
-المتبقي: %4</translation>
+        <translation>NetInfo: استُخدم ⁦%1⁩ من ⁦%2⁩ (⁦%3 %⁩)
+المتبقي: ⁦%4⁩</translation>
     </message>
     <message numerus="yes">
         <source>%n day(s) left in this period</source>
