@@ -434,7 +434,7 @@
     </message>
     <message>
         <source>NetInfo cannot create its data folder %1 (%2).</source>
-        <translation>يتعذر على NetInfo إنشاء مجلد بياناته %1 (%2).</translation>
+        <translation>يتعذر على NetInfo إنشاء مجلد بياناته ⁦%1⁩ (%2).</translation>
     </message>
     <message>
         <source>NetInfo is already running (process %1); only one instance can record the connection&apos;s usage.</source>
@@ -450,7 +450,7 @@
     </message>
     <message>
         <source>NetInfo cannot write in its data folder %1 (%2), so it cannot record the usage.</source>
-        <translation>يتعذر على NetInfo الكتابة في مجلد بياناته %1 (%2)، لذا لا يمكنه تسجيل الاستخدام.</translation>
+        <translation>يتعذر على NetInfo الكتابة في مجلد بياناته ⁦%1⁩ (%2)، لذا لا يمكنه تسجيل الاستخدام.</translation>
     </message>
     <message>
         <source>Start in the tray at login</source>
@@ -458,7 +458,7 @@
     </message>
     <message>
         <source>Cannot change %1: %2</source>
-        <translation>تعذّر تغيير %1: %2</translation>
+        <translation>تعذّر تغيير ⁦%1⁩: %2</translation>
     </message>
 </context>
 <context>
@@ -650,7 +650,7 @@ NetInfo keeps its own count and adds the difference; you can remove it again.</s
     </message>
     <message>
         <source>The calibration could not be stored in %1.</source>
-        <translation>تعذّر حفظ المعايرة في %1.</translation>
+        <translation>تعذّر حفظ المعايرة في ⁦%1⁩.</translation>
     </message>
 </context>
 <context>
@@ -661,27 +661,27 @@ NetInfo keeps its own count and adds the difference; you can remove it again.</s
     </message>
     <message>
         <source>NetInfo now counts in the background, also after your next login (systemd user unit %1).</source>
-        <translation>يحسب NetInfo الآن في الخلفية، وسيواصل ذلك بعد تسجيل دخولك التالي أيضًا (وحدة systemd للمستخدم: %1).</translation>
+        <translation>يحسب NetInfo الآن في الخلفية، وسيواصل ذلك بعد تسجيل دخولك التالي أيضًا (وحدة systemd للمستخدم: ⁦%1⁩).</translation>
     </message>
     <message>
         <source>Could not turn on the background recorder: systemctl --user enable --now %1 failed: %2</source>
-        <translation>تعذّر تشغيل التسجيل في الخلفية: فشل الأمر systemctl --user enable --now %1: %2</translation>
+        <translation>تعذّر تشغيل التسجيل في الخلفية: فشل الأمر ⁦systemctl --user enable --now %1⁩: %2</translation>
     </message>
     <message>
         <source>Could not turn on the background recorder: %1 is missing.</source>
-        <translation>تعذّر تشغيل التسجيل في الخلفية: %1 غير موجود.</translation>
+        <translation>تعذّر تشغيل التسجيل في الخلفية: ⁦%1⁩ غير موجود.</translation>
     </message>
     <message>
         <source>Could not turn on the background recorder: cannot write %1: %2</source>
-        <translation>تعذّر تشغيل التسجيل في الخلفية: تتعذر الكتابة في %1: %2</translation>
+        <translation>تعذّر تشغيل التسجيل في الخلفية: تتعذر الكتابة في ⁦%1⁩: %2</translation>
     </message>
     <message>
         <source>The background recorder will start with your next login (%1), but it could not be started now.</source>
-        <translation>سيبدأ التسجيل في الخلفية مع تسجيل دخولك التالي (%1)، لكن تعذّر بدؤه الآن.</translation>
+        <translation>سيبدأ التسجيل في الخلفية مع تسجيل دخولك التالي (⁦%1⁩)، لكن تعذّر بدؤه الآن.</translation>
     </message>
     <message>
         <source>NetInfo now counts in the background, also after your next login (%1).</source>
-        <translation>يحسب NetInfo الآن في الخلفية، وسيواصل ذلك بعد تسجيل دخولك التالي أيضًا (%1).</translation>
+        <translation>يحسب NetInfo الآن في الخلفية، وسيواصل ذلك بعد تسجيل دخولك التالي أيضًا (⁦%1⁩).</translation>
     </message>
 </context>
 <context>
@@ -752,7 +752,7 @@ Total: %4</source>
     </message>
     <message>
         <source>The image could not be written to %1.</source>
-        <translation>تعذّرت كتابة الصورة في %1.</translation>
+        <translation>تعذّرت كتابة الصورة في ⁦%1⁩.</translation>
     </message>
 </context>
 <context>
