@@ -382,6 +382,14 @@
         <source>&amp;Keep counting in the background</source>
         <translation>&amp;متابعة الحساب في الخلفية</translation>
     </message>
+    <message>
+        <source>&amp;History…</source>
+        <translation>&amp;السجل…</translation>
+    </message>
+    <message>
+        <source>Data limit</source>
+        <translation>حد البيانات</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionLayer</name>
@@ -392,6 +400,10 @@
     <message>
         <source>There is no connection to disconnect.</source>
         <translation>لا يوجد اتصال لقطعه.</translation>
+    </message>
+    <message>
+        <source>%1 is no longer connected, so nothing was disconnected for it.</source>
+        <translation>لم تعد %1 متصلة، لذا لم يُقطع أي اتصال.</translation>
     </message>
 </context>
 <context>
@@ -415,6 +427,38 @@
     <message>
         <source>The counted interfaces apply from the next start; --interface decides for this run.</source>
         <translation>تسري الواجهات المحسوبة من التشغيل التالي؛ ويحددها --interface في هذا التشغيل.</translation>
+    </message>
+    <message>
+        <source>a file is in the way</source>
+        <translation>يوجد ملف بالاسم نفسه</translation>
+    </message>
+    <message>
+        <source>NetInfo cannot create its data folder %1 (%2).</source>
+        <translation>يتعذر على NetInfo إنشاء مجلد بياناته ⁦%1⁩ (%2).</translation>
+    </message>
+    <message>
+        <source>NetInfo is already running (process %1); only one instance can record the connection&apos;s usage.</source>
+        <translation>NetInfo قيد التشغيل بالفعل (العملية %1)؛ ولا يمكن إلا لنسخة واحدة تسجيل استخدام الاتصال.</translation>
+    </message>
+    <message>
+        <source>permission denied</source>
+        <translation>تم رفض الإذن</translation>
+    </message>
+    <message>
+        <source>the lock file cannot be written</source>
+        <translation>تتعذر الكتابة في ملف القفل</translation>
+    </message>
+    <message>
+        <source>NetInfo cannot write in its data folder %1 (%2), so it cannot record the usage.</source>
+        <translation>يتعذر على NetInfo الكتابة في مجلد بياناته ⁦%1⁩ (%2)، لذا لا يمكنه تسجيل الاستخدام.</translation>
+    </message>
+    <message>
+        <source>Start in the tray at login</source>
+        <translation>البدء في علبة النظام عند تسجيل الدخول</translation>
+    </message>
+    <message>
+        <source>Cannot change %1: %2</source>
+        <translation>تعذّر تغيير ⁦%1⁩: %2</translation>
     </message>
 </context>
 <context>
@@ -499,6 +543,287 @@
     <message>
         <source>%1 (not present)</source>
         <translation>%1 (غير موجودة)</translation>
+    </message>
+</context>
+<context>
+    <name>allowance</name>
+    <message>
+        <source>Used %1 of %2 (%3 %)</source>
+        <translation>استُخدم ⁦%1⁩ من ⁦%2⁩ (⁦%3 %⁩)</translation>
+    </message>
+    <message>
+        <source>Remaining: %1</source>
+        <translation>المتبقي: %1</translation>
+    </message>
+    <message>
+        <source>Used: %1 (no data limit set)</source>
+        <translation>المستخدم: %1 (لم يُعيَّن حد للبيانات)</translation>
+    </message>
+    <message>
+        <source>Includes a calibration of %1%2</source>
+        <translation>يشمل معايرة بمقدار ⁦%1%2⁩</translation>
+    </message>
+    <message>
+        <source>Days left: %1</source>
+        <translation>الأيام المتبقية: %1</translation>
+    </message>
+    <message>
+        <source>Average per day: %1</source>
+        <translation>المتوسط اليومي: %1</translation>
+    </message>
+    <message>
+        <source>Daily budget to the end: %1</source>
+        <translation>الحصة اليومية حتى نهاية الفترة: %1</translation>
+    </message>
+    <message>
+        <source>Forecast for the period: %1</source>
+        <translation>المتوقع للفترة: %1</translation>
+    </message>
+    <message>
+        <source>The forecast assumes the rest of the period goes on like the days so far: the average per day (including the part of today gone) times the period&apos;s days.</source>
+        <translation>يفترض التوقع أن بقية الفترة ستمضي كالأيام الماضية: المتوسط اليومي (بما في ذلك ما مضى من اليوم) مضروبًا في عدد أيام الفترة.</translation>
+    </message>
+</context>
+<context>
+    <name>AllowancePanel</name>
+    <message>
+        <source>Used</source>
+        <translation>المستخدم</translation>
+    </message>
+    <message>
+        <source>Remaining</source>
+        <translation>المتبقي</translation>
+    </message>
+    <message>
+        <source>Days left</source>
+        <translation>الأيام المتبقية</translation>
+    </message>
+    <message>
+        <source>Average per day</source>
+        <translation>المتوسط اليومي</translation>
+    </message>
+    <message>
+        <source>Daily budget</source>
+        <translation>الحصة اليومية</translation>
+    </message>
+    <message>
+        <source>Forecast</source>
+        <translation>المتوقع</translation>
+    </message>
+    <message>
+        <source>What may be used per day, today included, to stay within the limit</source>
+        <translation>ما يمكن استخدامه يوميًا، بما في ذلك اليوم، للبقاء ضمن الحد</translation>
+    </message>
+    <message>
+        <source>Calibrate…</source>
+        <translation>معايرة…</translation>
+    </message>
+    <message>
+        <source>Enter the usage your operator counts for this period</source>
+        <translation>أدخل الاستخدام الذي يحسبه مشغل الشبكة لهذه الفترة</translation>
+    </message>
+    <message>
+        <source>Remove calibration</source>
+        <translation>إزالة المعايرة</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>⁦%1⁩ من ⁦%2⁩</translation>
+    </message>
+    <message>
+        <source>%1 (no limit set)</source>
+        <translation>⁦%1⁩ (لم يُعيَّن حد)</translation>
+    </message>
+    <message>
+        <source>Calibrated to your operator&apos;s count: %1%2 on what NetInfo recorded.</source>
+        <translation>مُعايَر وفق حساب مشغل الشبكة: ⁦%1%2⁩ على ما سجّله NetInfo.</translation>
+    </message>
+    <message>
+        <source>Calibrate</source>
+        <translation>معايرة</translation>
+    </message>
+    <message>
+        <source>Usage your operator counts for this period so far, in GB.
+NetInfo keeps its own count and adds the difference; you can remove it again.</source>
+        <translation>الاستخدام الذي يحسبه مشغل الشبكة لهذه الفترة حتى الآن، بوحدة GB.
+يحتفظ NetInfo بعدّه الخاص ويضيف الفرق، ويمكنك إزالته لاحقًا.</translation>
+    </message>
+    <message>
+        <source>The calibration could not be stored in %1.</source>
+        <translation>تعذّر حفظ المعايرة في ⁦%1⁩.</translation>
+    </message>
+</context>
+<context>
+    <name>BackgroundRecording</name>
+    <message>
+        <source>no answer in time</source>
+        <translation>لم تصل استجابة في الوقت المحدد</translation>
+    </message>
+    <message>
+        <source>NetInfo now counts in the background, also after your next login (systemd user unit %1).</source>
+        <translation>يحسب NetInfo الآن في الخلفية، وسيواصل ذلك بعد تسجيل دخولك التالي أيضًا (وحدة systemd للمستخدم: ⁦%1⁩).</translation>
+    </message>
+    <message>
+        <source>Could not turn on the background recorder: systemctl --user enable --now %1 failed: %2</source>
+        <translation>تعذّر تشغيل التسجيل في الخلفية: فشل الأمر ⁦systemctl --user enable --now %1⁩: %2</translation>
+    </message>
+    <message>
+        <source>Could not turn on the background recorder: %1 is missing.</source>
+        <translation>تعذّر تشغيل التسجيل في الخلفية: ⁦%1⁩ غير موجود.</translation>
+    </message>
+    <message>
+        <source>Could not turn on the background recorder: cannot write %1: %2</source>
+        <translation>تعذّر تشغيل التسجيل في الخلفية: تتعذر الكتابة في ⁦%1⁩: %2</translation>
+    </message>
+    <message>
+        <source>The background recorder will start with your next login (%1), but it could not be started now.</source>
+        <translation>سيبدأ التسجيل في الخلفية مع تسجيل دخولك التالي (⁦%1⁩)، لكن تعذّر بدؤه الآن.</translation>
+    </message>
+    <message>
+        <source>NetInfo now counts in the background, also after your next login (%1).</source>
+        <translation>يحسب NetInfo الآن في الخلفية، وسيواصل ذلك بعد تسجيل دخولك التالي أيضًا (⁦%1⁩).</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotifier</name>
+    <message>
+        <source>Disconnect</source>
+        <translation>قطع الاتصال</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>فتح</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryChart</name>
+    <message>
+        <source>%1 to %2</source>
+        <translation>من %1 إلى %2</translation>
+    </message>
+    <message>
+        <source>%1
+Received: %2
+Sent: %3
+Total: %4</source>
+        <translation>%1
+المستلمة: %2
+المرسلة: %3
+الإجمالي: %4</translation>
+    </message>
+    <message>
+        <source>limit</source>
+        <translation>الحد</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryWindow</name>
+    <message>
+        <source>NetInfo — History</source>
+        <translation>NetInfo — السجل</translation>
+    </message>
+    <message>
+        <source>Days of this and the previous period</source>
+        <translation>أيام هذه الفترة والفترة السابقة</translation>
+    </message>
+    <message>
+        <source>The last twelve months</source>
+        <translation>آخر اثني عشر شهرًا</translation>
+    </message>
+    <message>
+        <source>&lt;span style=&apos;color:%1&apos;&gt;&amp;#9632;&lt;/span&gt; received &amp;nbsp; &lt;span style=&apos;color:%2&apos;&gt;&amp;#9632;&lt;/span&gt; sent</source>
+        <translation>&lt;span style=&apos;color:%1&apos;&gt;&amp;#9632;&lt;/span&gt; المستلمة &amp;nbsp; &lt;span style=&apos;color:%2&apos;&gt;&amp;#9632;&lt;/span&gt; المرسلة</translation>
+    </message>
+    <message>
+        <source>Export PNG…</source>
+        <translation>تصدير PNG…</translation>
+    </message>
+    <message>
+        <source>Hover a bar for its figures.</source>
+        <translation>مرّر المؤشر فوق عمود لعرض أرقامه.</translation>
+    </message>
+    <message>
+        <source>Export history</source>
+        <translation>تصدير السجل</translation>
+    </message>
+    <message>
+        <source>PNG images (*.png)</source>
+        <translation>صور PNG (*.png)</translation>
+    </message>
+    <message>
+        <source>The image could not be written to %1.</source>
+        <translation>تعذّرت كتابة الصورة في ⁦%1⁩.</translation>
+    </message>
+</context>
+<context>
+    <name>LimitNotices</name>
+    <message>
+        <source>Data usage is nearing the limit</source>
+        <translation>يقترب استخدام البيانات من الحد</translation>
+    </message>
+    <message>
+        <source>Data usage limit reached</source>
+        <translation>بلغ استخدام البيانات الحد</translation>
+    </message>
+    <message>
+        <source>Connection time is nearing the limit</source>
+        <translation>تقترب مدة الاتصال من الحد</translation>
+    </message>
+    <message>
+        <source>Connection time limit reached</source>
+        <translation>بلغت مدة الاتصال الحد</translation>
+    </message>
+    <message>
+        <source>%1 % of this period&apos;s limit used.</source>
+        <translation>استُخدم ⁦%1 %⁩ من حد هذه الفترة.</translation>
+    </message>
+    <message>
+        <source>%1 % of this period&apos;s limit used on %2.</source>
+        <translation>استُخدم ⁦%1 %⁩ من حد هذه الفترة على ⁦%2⁩.</translation>
+    </message>
+</context>
+<context>
+    <name>TrayIcon</name>
+    <message>
+        <source>Open</source>
+        <translation>فتح</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>السجل</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>خروج</translation>
+    </message>
+    <message>
+        <source>NetInfo: no usage limit set</source>
+        <translation>NetInfo: لم يُعيَّن حد للاستخدام</translation>
+    </message>
+    <message>
+        <source>NetInfo: %1 of %2 used (%3 %)
+%4 left</source>
+        <translation>NetInfo: استُخدم ⁦%1⁩ من ⁦%2⁩ (⁦%3 %⁩)
+المتبقي: ⁦%4⁩</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s) left in this period</source>
+        <translation>
+            <numerusform>لم يتبقَّ أي يوم في هذه الفترة</numerusform>
+            <numerusform>تبقّى يوم واحد في هذه الفترة</numerusform>
+            <numerusform>تبقّى يومان في هذه الفترة</numerusform>
+            <numerusform>تبقّت %n أيام في هذه الفترة</numerusform>
+            <numerusform>تبقّى %n يومًا في هذه الفترة</numerusform>
+            <numerusform>تبقّى %n يوم في هذه الفترة</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NetInfo keeps running in the tray. Quit it from the tray icon&apos;s menu.</source>
+        <translation>يواصل NetInfo العمل في علبة النظام. للخروج منه استخدم قائمة أيقونته في علبة النظام.</translation>
     </message>
 </context>
 </TS>

@@ -374,6 +374,14 @@
         <source>&amp;Keep counting in the background</source>
         <translation>在后台持续计数(&amp;K)</translation>
     </message>
+    <message>
+        <source>&amp;History…</source>
+        <translation>历史记录(&amp;H)…</translation>
+    </message>
+    <message>
+        <source>Data limit</source>
+        <translation>流量限额</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionLayer</name>
@@ -384,6 +392,10 @@
     <message>
         <source>There is no connection to disconnect.</source>
         <translation>当前没有可断开的连接。</translation>
+    </message>
+    <message>
+        <source>%1 is no longer connected, so nothing was disconnected for it.</source>
+        <translation>%1 已不再连接，因此没有断开任何连接。</translation>
     </message>
 </context>
 <context>
@@ -407,6 +419,38 @@
     <message>
         <source>The counted interfaces apply from the next start; --interface decides for this run.</source>
         <translation>计数的接口从下次启动起生效；本次运行由 --interface 决定。</translation>
+    </message>
+    <message>
+        <source>a file is in the way</source>
+        <translation>已有同名文件</translation>
+    </message>
+    <message>
+        <source>NetInfo cannot create its data folder %1 (%2).</source>
+        <translation>NetInfo 无法创建其数据文件夹 %1（%2）。</translation>
+    </message>
+    <message>
+        <source>NetInfo is already running (process %1); only one instance can record the connection&apos;s usage.</source>
+        <translation>NetInfo 已在运行（进程 %1）；只能有一个实例记录连接的用量。</translation>
+    </message>
+    <message>
+        <source>permission denied</source>
+        <translation>权限不足</translation>
+    </message>
+    <message>
+        <source>the lock file cannot be written</source>
+        <translation>无法写入锁文件</translation>
+    </message>
+    <message>
+        <source>NetInfo cannot write in its data folder %1 (%2), so it cannot record the usage.</source>
+        <translation>NetInfo 无法写入其数据文件夹 %1（%2），因此无法记录用量。</translation>
+    </message>
+    <message>
+        <source>Start in the tray at login</source>
+        <translation>登录时在托盘中启动</translation>
+    </message>
+    <message>
+        <source>Cannot change %1: %2</source>
+        <translation>无法更改 %1：%2</translation>
     </message>
 </context>
 <context>
@@ -491,6 +535,282 @@
     <message>
         <source>%1 (not present)</source>
         <translation>%1（不存在）</translation>
+    </message>
+</context>
+<context>
+    <name>allowance</name>
+    <message>
+        <source>Used %1 of %2 (%3 %)</source>
+        <translation>已用 %1 / %2（%3 %）</translation>
+    </message>
+    <message>
+        <source>Remaining: %1</source>
+        <translation>剩余：%1</translation>
+    </message>
+    <message>
+        <source>Used: %1 (no data limit set)</source>
+        <translation>已用：%1（未设置流量限额）</translation>
+    </message>
+    <message>
+        <source>Includes a calibration of %1%2</source>
+        <translation>含校准值 %1%2</translation>
+    </message>
+    <message>
+        <source>Days left: %1</source>
+        <translation>剩余天数：%1</translation>
+    </message>
+    <message>
+        <source>Average per day: %1</source>
+        <translation>日均用量：%1</translation>
+    </message>
+    <message>
+        <source>Daily budget to the end: %1</source>
+        <translation>至周期结束每日可用：%1</translation>
+    </message>
+    <message>
+        <source>Forecast for the period: %1</source>
+        <translation>本周期预计用量：%1</translation>
+    </message>
+    <message>
+        <source>The forecast assumes the rest of the period goes on like the days so far: the average per day (including the part of today gone) times the period&apos;s days.</source>
+        <translation>预计用量假定本周期余下的时间与已过去的天数相同：日均用量（含今天已过去的部分）乘以本周期的天数。</translation>
+    </message>
+</context>
+<context>
+    <name>AllowancePanel</name>
+    <message>
+        <source>Used</source>
+        <translation>已用</translation>
+    </message>
+    <message>
+        <source>Remaining</source>
+        <translation>剩余</translation>
+    </message>
+    <message>
+        <source>Days left</source>
+        <translation>剩余天数</translation>
+    </message>
+    <message>
+        <source>Average per day</source>
+        <translation>日均用量</translation>
+    </message>
+    <message>
+        <source>Daily budget</source>
+        <translation>每日可用</translation>
+    </message>
+    <message>
+        <source>Forecast</source>
+        <translation>预计用量</translation>
+    </message>
+    <message>
+        <source>What may be used per day, today included, to stay within the limit</source>
+        <translation>为不超出限额，每天（含今天）可使用的流量</translation>
+    </message>
+    <message>
+        <source>Calibrate…</source>
+        <translation>校准…</translation>
+    </message>
+    <message>
+        <source>Enter the usage your operator counts for this period</source>
+        <translation>输入运营商统计的本周期用量</translation>
+    </message>
+    <message>
+        <source>Remove calibration</source>
+        <translation>取消校准</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>%1 (no limit set)</source>
+        <translation>%1（未设置限额）</translation>
+    </message>
+    <message>
+        <source>Calibrated to your operator&apos;s count: %1%2 on what NetInfo recorded.</source>
+        <translation>已按运营商的统计校准：在 NetInfo 记录的用量上 %1%2。</translation>
+    </message>
+    <message>
+        <source>Calibrate</source>
+        <translation>校准</translation>
+    </message>
+    <message>
+        <source>Usage your operator counts for this period so far, in GB.
+NetInfo keeps its own count and adds the difference; you can remove it again.</source>
+        <translation>运营商统计的本周期至今用量，单位 GB。
+NetInfo 保留自己的计数并加上差值；您可以随时取消。</translation>
+    </message>
+    <message>
+        <source>The calibration could not be stored in %1.</source>
+        <translation>无法将校准保存到 %1。</translation>
+    </message>
+</context>
+<context>
+    <name>BackgroundRecording</name>
+    <message>
+        <source>no answer in time</source>
+        <translation>未及时响应</translation>
+    </message>
+    <message>
+        <source>NetInfo now counts in the background, also after your next login (systemd user unit %1).</source>
+        <translation>NetInfo 现已在后台计数，下次登录后也会继续（systemd 用户单元 %1）。</translation>
+    </message>
+    <message>
+        <source>Could not turn on the background recorder: systemctl --user enable --now %1 failed: %2</source>
+        <translation>无法开启后台记录：systemctl --user enable --now %1 执行失败：%2</translation>
+    </message>
+    <message>
+        <source>Could not turn on the background recorder: %1 is missing.</source>
+        <translation>无法开启后台记录：缺少 %1。</translation>
+    </message>
+    <message>
+        <source>Could not turn on the background recorder: cannot write %1: %2</source>
+        <translation>无法开启后台记录：无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>The background recorder will start with your next login (%1), but it could not be started now.</source>
+        <translation>后台记录将在您下次登录时启动（%1），但现在无法启动。</translation>
+    </message>
+    <message>
+        <source>NetInfo now counts in the background, also after your next login (%1).</source>
+        <translation>NetInfo 现已在后台计数，下次登录后也会继续（%1）。</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotifier</name>
+    <message>
+        <source>Disconnect</source>
+        <translation>断开连接</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryChart</name>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 至 %2</translation>
+    </message>
+    <message>
+        <source>%1
+Received: %2
+Sent: %3
+Total: %4</source>
+        <translation>%1
+已接收：%2
+已发送：%3
+总计：%4</translation>
+    </message>
+    <message>
+        <source>limit</source>
+        <translation>限额</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryWindow</name>
+    <message>
+        <source>NetInfo — History</source>
+        <translation>NetInfo — 历史记录</translation>
+    </message>
+    <message>
+        <source>Days of this and the previous period</source>
+        <translation>本周期与上一周期的每日用量</translation>
+    </message>
+    <message>
+        <source>The last twelve months</source>
+        <translation>最近十二个月</translation>
+    </message>
+    <message>
+        <source>&lt;span style=&apos;color:%1&apos;&gt;&amp;#9632;&lt;/span&gt; received &amp;nbsp; &lt;span style=&apos;color:%2&apos;&gt;&amp;#9632;&lt;/span&gt; sent</source>
+        <translation>&lt;span style=&apos;color:%1&apos;&gt;&amp;#9632;&lt;/span&gt; 接收 &amp;nbsp; &lt;span style=&apos;color:%2&apos;&gt;&amp;#9632;&lt;/span&gt; 发送</translation>
+    </message>
+    <message>
+        <source>Export PNG…</source>
+        <translation>导出 PNG…</translation>
+    </message>
+    <message>
+        <source>Hover a bar for its figures.</source>
+        <translation>将鼠标悬停在柱形上可查看其数据。</translation>
+    </message>
+    <message>
+        <source>Export history</source>
+        <translation>导出历史记录</translation>
+    </message>
+    <message>
+        <source>PNG images (*.png)</source>
+        <translation>PNG 图像 (*.png)</translation>
+    </message>
+    <message>
+        <source>The image could not be written to %1.</source>
+        <translation>无法将图像写入 %1。</translation>
+    </message>
+</context>
+<context>
+    <name>LimitNotices</name>
+    <message>
+        <source>Data usage is nearing the limit</source>
+        <translation>流量即将达到限额</translation>
+    </message>
+    <message>
+        <source>Data usage limit reached</source>
+        <translation>流量已达到限额</translation>
+    </message>
+    <message>
+        <source>Connection time is nearing the limit</source>
+        <translation>连接时长即将达到限额</translation>
+    </message>
+    <message>
+        <source>Connection time limit reached</source>
+        <translation>连接时长已达到限额</translation>
+    </message>
+    <message>
+        <source>%1 % of this period&apos;s limit used.</source>
+        <translation>已使用本周期限额的 %1 %。</translation>
+    </message>
+    <message>
+        <source>%1 % of this period&apos;s limit used on %2.</source>
+        <translation>%2 已使用本周期限额的 %1 %。</translation>
+    </message>
+</context>
+<context>
+    <name>TrayIcon</name>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>历史记录</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>NetInfo: no usage limit set</source>
+        <translation>NetInfo：未设置用量限额</translation>
+    </message>
+    <message>
+        <source>NetInfo: %1 of %2 used (%3 %)
+%4 left</source>
+        <translation>NetInfo：已用 %1 / %2（%3 %）
+剩余 %4</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s) left in this period</source>
+        <translation>
+            <numerusform>本周期还剩 %n 天</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>NetInfo keeps running in the tray. Quit it from the tray icon&apos;s menu.</source>
+        <translation>NetInfo 将继续在托盘中运行。如需退出，请使用托盘图标的菜单。</translation>
     </message>
 </context>
 </TS>

@@ -4,6 +4,7 @@
 #include "UsageLedger.h"
 
 #include <QDateTime>
+#include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QInputDialog>
@@ -64,40 +65,36 @@ AllowancePanel::AllowancePanel(AllowanceSources sources, QWidget* parent)
     m_bar = new QProgressBar(this);
     m_bar->setRange(0, 1000);
     m_bar->setTextVisible(true);
-    auto* form = new QFormLayout;
-    form->setLabelAlignment(Qt::AlignLeft);
-    const auto row = [this, form](const QString& label) {
+    m_form = new QFormLayout;
+    m_form->setLabelAlignment(Qt::AlignLeft);
+    const auto row = [this] {
         auto* value = new QLabel(this);
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        form->addRow(label, value);
+        m_form->addRow(new QLabel(this), value);
         return value;
     };
-    m_used = row(tr("Used"));
-    m_remaining = row(tr("Remaining"));
-    m_daysLeft = row(tr("Days left"));
-    m_average = row(tr("Average per day"));
-    m_budget = row(tr("Daily budget"));
-    m_forecast = row(tr("Forecast"));
-    m_budget->setToolTip(tr("What may be used per day, today included, to stay within the limit"));
-    m_forecast->setToolTip(allowance::forecastExplanation());
-    form->labelForField(m_forecast)->setToolTip(allowance::forecastExplanation());
+    m_used = row();
+    m_remaining = row();
+    m_daysLeft = row();
+    m_average = row();
+    m_budget = row();
+    m_forecast = row();
     m_calibrationLabel = new QLabel(this);
     m_calibrationLabel->setWordWrap(true);
-    auto* calibrateButton = new QPushButton(tr("Calibrate\u2026"), this);
-    calibrateButton->setObjectName(QStringLiteral("NetInfo_CalibrateButton"));
-    calibrateButton->setToolTip(tr("Enter the usage your operator counts for this period"));
-    connect(calibrateButton, &QPushButton::clicked, this, &AllowancePanel::calibrateAsked);
-    m_removeButton = new QPushButton(tr("Remove calibration"), this);
+    m_calibrateButton = new QPushButton(this);
+    m_calibrateButton->setObjectName(QStringLiteral("NetInfo_CalibrateButton"));
+    connect(m_calibrateButton, &QPushButton::clicked, this, &AllowancePanel::calibrateAsked);
+    m_removeButton = new QPushButton(this);
     connect(m_removeButton, &QPushButton::clicked, this, [this] { removeCalibration(); });
 
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(calibrateButton);
+    buttons->addWidget(m_calibrateButton);
     buttons->addWidget(m_removeButton);
     buttons->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_bar);
-    layout->addLayout(form);
+    layout->addLayout(m_form);
     layout->addWidget(m_calibrationLabel);
     layout->addLayout(buttons);
     layout->addStretch();
@@ -105,6 +102,34 @@ AllowancePanel::AllowancePanel(AllowanceSources sources, QWidget* parent)
     m_timer.setInterval(kRefreshMs);
     connect(&m_timer, &QTimer::timeout, this, &AllowancePanel::refresh);
     m_timer.start();
+    retranslate();
+}
+
+// Built before the user's language is loaded, and kept across a switch.
+void AllowancePanel::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}
+
+void AllowancePanel::retranslate()
+{
+    const auto caption = [this](QLabel* field, const QString& text) {
+        static_cast<QLabel*>(m_form->labelForField(field))->setText(text);
+    };
+    caption(m_used, tr("Used"));
+    caption(m_remaining, tr("Remaining"));
+    caption(m_daysLeft, tr("Days left"));
+    caption(m_average, tr("Average per day"));
+    caption(m_budget, tr("Daily budget"));
+    caption(m_forecast, tr("Forecast"));
+    m_budget->setToolTip(tr("What may be used per day, today included, to stay within the limit"));
+    m_forecast->setToolTip(allowance::forecastExplanation());
+    m_form->labelForField(m_forecast)->setToolTip(allowance::forecastExplanation());
+    m_calibrateButton->setText(tr("Calibrate\u2026"));
+    m_calibrateButton->setToolTip(tr("Enter the usage your operator counts for this period"));
+    m_removeButton->setText(tr("Remove calibration"));
     refresh();
 }
 

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QWidget>
 
+class QFormLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -38,7 +39,11 @@ public:
     bool calibrate(quint64 operatorBytes);
     bool removeCalibration();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void retranslate();
     void calibrateAsked();
 
     AllowanceSources m_sources;
@@ -51,6 +56,8 @@ private:
     QLabel* m_budget = nullptr;
     QLabel* m_forecast = nullptr;
     QLabel* m_calibrationLabel = nullptr;
+    QFormLayout* m_form = nullptr;
+    QPushButton* m_calibrateButton = nullptr;
     QPushButton* m_removeButton = nullptr;
     QTimer m_timer;
 };

@@ -165,6 +165,9 @@ private slots:
             // The view was built anew in the language, not merely notified.
             auto* caption = host.window().findChild<QLabel*>("NetInfoUIPlugin_LabelDataVolume");
             QCOMPARE(caption->text(), Change::tr("IDS_STA_TOTALVOLUME", "NetInfoUIExPlugin"));
+            // The data-limit panel, built before the language is loaded, follows it.
+            auto* calibrate = host.window().findChild<QPushButton*>("NetInfo_CalibrateButton");
+            QTRY_COMPARE(calibrate->text(), QCoreApplication::translate("AllowancePanel", "Calibrate\u2026"));
             host.shutdown();
         }
         options.language.clear();
