@@ -144,7 +144,8 @@ void HistoryChart::paintEvent(QPaintEvent*)
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(QRect(0, y - 10, kAxisWidth - 6, 20), Qt::AlignRight | Qt::AlignVCenter,
             QStringLiteral("%1 %2").arg(
-                locale.toString(maximum * i / kLines, 'g', 3), QLatin1String(unit.name)));
+                locale.toString(maximum * i / kLines, 'f', QLocale::FloatingPointShortest),
+                QLatin1String(unit.name)));
         painter.setPen(palette().color(QPalette::Mid));
     }
 

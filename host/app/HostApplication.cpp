@@ -534,6 +534,9 @@ void HostApplication::setUpTray()
             [this] { QMetaObject::invokeMethod(&m_window, "showHistory"); });
     }
     QAction* autostart = m_window.toolsMenu()->addAction(tr("Start in the tray at login"));
+    autostart->setObjectName(QStringLiteral("NetInfo_AutostartAction"));
+    connect(&m_window, &MainWindow::retranslated, autostart,
+        [autostart] { autostart->setText(tr("Start in the tray at login")); });
     autostart->setCheckable(true);
     autostart->setChecked(Autostart::isEnabled());
     connect(autostart, &QAction::toggled, this, [this, autostart](bool on) {

@@ -64,6 +64,7 @@ public:
     void shutdown();
 
     MainWindow& window() { return m_window; }
+    TrayIcon* tray() const { return m_tray.get(); }
     ConnectionLayer& connection() { return m_connection; }
     // Loads the language, mirrors the layout for right-to-left scripts,
     // rebuilds the view in it and remembers the choice; false if it cannot

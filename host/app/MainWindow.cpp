@@ -188,4 +188,5 @@ void MainWindow::retranslate()
     m_pLanguageMenu->setTitle(tr("&Language"));
     m_pHelpMenu->setTitle(tr("&Help"));
     m_pAboutAction->setText(tr("&About NetInfo"));
+    emit retranslated();
 }

@@ -45,6 +45,8 @@ public slots:
     void showHistory();
 
 signals:
+    // The window's texts are in the new language; what others added follows.
+    void retranslated();
     // Every size change of the view area.
     void viewAreaResized(const QRect& rect);
     // Once the resizing has been quiet for a moment.

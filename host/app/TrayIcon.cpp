@@ -25,12 +25,15 @@ TrayIcon::TrayIcon(QWidget* window, bool trayAvailable, QObject* parent)
     , m_bAvailable(trayAvailable)
     , m_pMenu(new QMenu)
 {
-    m_pMenu->addAction(tr("Open"), this, &TrayIcon::showWindow);
-    m_pMenu->addAction(tr("Settings"), this, &TrayIcon::settingsRequested);
-    m_pHistoryAction = m_pMenu->addAction(tr("History"), this, &TrayIcon::historyRequested);
+    m_pOpenAction = m_pMenu->addAction(QString(), this, &TrayIcon::showWindow);
+    m_pSettingsAction = m_pMenu->addAction(QString(), this, &TrayIcon::settingsRequested);
+    m_pHistoryAction = m_pMenu->addAction(QString(), this, &TrayIcon::historyRequested);
     m_pHistoryAction->setEnabled(false);
     m_pMenu->addSeparator();
-    m_pMenu->addAction(tr("Quit"), qApp, &QCoreApplication::quit);
+    m_pQuitAction = m_pMenu->addAction(QString(), qApp, &QCoreApplication::quit);
+    retranslate();
+    // The menu has no parent, so it hears of a new language on its own.
+    m_pMenu->installEventFilter(this);
     if (m_pWindow)
         m_pWindow->installEventFilter(this);
     setStatus({});
@@ -103,8 +106,17 @@ QString TrayIcon::toolTipText(const notify::LimitStatus& status, const QLocale& 
     return text;
 }
 
+void TrayIcon::retranslate()
+{
+    m_pOpenAction->setText(tr("Open"));
+    m_pSettingsAction->setText(tr("Settings"));
+    m_pHistoryAction->setText(tr("History"));
+    m_pQuitAction->setText(tr("Quit"));
+}
+
 void TrayIcon::setStatus(const notify::LimitStatus& status)
 {
+    m_status = status;
     m_strToolTip = toolTipText(status);
     if (!m_pTray)
         return;
@@ -146,6 +158,10 @@ void TrayIcon::showWindow()
 
 bool TrayIcon::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == m_pMenu && event->type() == QEvent::LanguageChange) {
+        retranslate();
+        setStatus(m_status);
+    }
     if (watched == m_pWindow && event->type() == QEvent::Close && m_bAvailable) {
         // The window manager's close button hides; Quit closes all windows
         // itself and then means it, as the tray keeps the application alive.

@@ -53,10 +53,16 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void retranslate();
+
     QPointer<QWidget> m_pWindow;
     bool m_bAvailable = false;
     QSystemTrayIcon* m_pTray = nullptr;
     QMenu* m_pMenu = nullptr;
+    QAction* m_pOpenAction = nullptr;
+    QAction* m_pSettingsAction = nullptr;
     QAction* m_pHistoryAction = nullptr;
+    QAction* m_pQuitAction = nullptr;
+    notify::LimitStatus m_status;
     QString m_strToolTip;
 };

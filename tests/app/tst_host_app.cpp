@@ -168,6 +168,11 @@ private slots:
             // The data-limit panel, built before the language is loaded, follows it.
             auto* calibrate = host.window().findChild<QPushButton*>("NetInfo_CalibrateButton");
             QTRY_COMPARE(calibrate->text(), QCoreApplication::translate("AllowancePanel", "Calibrate\u2026"));
+            // So do the texts added to the window and the tray's own menu.
+            QTRY_COMPARE(host.window().findChild<QAction*>("NetInfo_AutostartAction")->text(),
+                QCoreApplication::translate("HostApplication", "Start in the tray at login"));
+            QTRY_COMPARE(host.tray()->menu()->actions().constFirst()->text(),
+                QCoreApplication::translate("TrayIcon", "Open"));
             host.shutdown();
         }
         options.language.clear();
