@@ -1,29 +1,10 @@
-// The figures and the tree's texts without widgets: what a stored refresh
-// keeps when a request fails, and the rows built from a snapshot.
+// The view's figures without widgets: what a stored refresh keeps when a
+// request fails.
 #include "view/TreeRows.h"
 
 #include <QtTest>
 
 using namespace view;
-
-namespace {
-// A stand-in for the host's formatting that counts its calls.
-int g_formatted = 0;
-QString fakeFormat(unsigned long long value, const QVector<TagUnits>& units)
-{
-    ++g_formatted;
-    return QString::number(value) + QLatin1Char(' ') + (units.isEmpty() ? QString() : units.first().strName);
-}
-
-TreeRows rowsBuilder()
-{
-    TagUnits speed;
-    speed.strName = QStringLiteral("B/s");
-    TagUnits flux;
-    flux.strName = QStringLiteral("B");
-    return TreeRows({ "Speed", "Data", "Time", "Up", "Down", "Reset" }, { speed }, { flux }, fakeFormat);
-}
-} // namespace
 
 class TestViewRows : public QObject
 {
@@ -61,45 +42,6 @@ private slots:
         // The daily record is fetched either way; its kept copy only when complete.
         QCOMPARE(snapshot.record(LimitPeriod::Daily).ullUpData, 100ull);
         QCOMPARE(snapshot.kept(LimitPeriod::Daily).ullUpData, complete ? 100ull : 0ull);
-    }
-
-    void liveRows()
-    {
-        TreeRows rows = rowsBuilder();
-        StatisticsSnapshot snapshot;
-        snapshot.takeDuration(QStringLiteral("00:00:07"));
-        snapshot.takeDuration(QStringLiteral(" ")); // asks for the labels only
-        snapshot.live.upSpeed = 2048;
-        snapshot.live.upData = 3000000000ull;
-        snapshot.live.downData = 2000000000ull;
-        rows.buildLive(snapshot.live, snapshot.live.upData + snapshot.live.downData);
-        QCOMPARE(rows.row(RowTransferTime), QStringLiteral("Time 00:00:07"));
-        QCOMPARE(rows.row(RowUploadSpeed), QStringLiteral("Speed 2048 B/s"));
-        QCOMPARE(rows.row(RowDownloadData), QStringLiteral("Data 2000000000 B"));
-        QCOMPARE(rows.panel(PanelTotalData), QStringLiteral("5000000000 B")); // past 2^32
-    }
-
-    // Figures that did not move are not formatted again.
-    void formatsOnlyWhatMoved()
-    {
-        TreeRows rows = rowsBuilder();
-        StatisticsSnapshot snapshot;
-        snapshot.refresh(
-            [](_enNetInfoType type, NetInfoData& data) {
-                data.ullDownData = type * 10;
-                return false;
-            },
-            [](QString& text) { text = QStringLiteral("today"); });
-        rows.buildStored(snapshot);
-        rows.buildLive(snapshot.live, 0);
-        QCOMPARE(rows.row(RowLastReset), QStringLiteral("Reset today"));
-        QCOMPARE(rows.row(RowYearlyDownloaded), QStringLiteral("Down 30 B"));
-        g_formatted = 0;
-        rows.buildStored(snapshot);
-        snapshot.live.downSpeed = 5;
-        rows.buildLive(snapshot.live, 0);
-        QCOMPARE(g_formatted, 1);
-        QCOMPARE(rows.row(RowDownloadSpeed), QStringLiteral("Speed 5 B/s"));
     }
 };
 
