@@ -85,8 +85,8 @@ private slots:
             { "tera", 0, TiB, "IDS_UNIT_TB" } };
         const TagUnitsTable shuffled = { flux[3], flux[0], flux[4], flux[2], flux[1] };
         const TagUnitsTable noBytes = { { "MB", 0, MiB, {} }, { "KB", 0, KiB, {} } };
-        const auto row = [](const char* name, qulonglong value, const TagUnitsTable& table, const char* locale,
-                             const char* expected) {
+        const auto row = [](const char* name, qulonglong value, const TagUnitsTable& table,
+                             const char* locale, const char* expected) {
             QTest::newRow(name) << value << table << QString(locale) << QString(expected);
         };
         row("1023 bytes", 1023, flux, "C", "1023 B");

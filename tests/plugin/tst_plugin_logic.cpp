@@ -93,7 +93,8 @@ private slots:
         if (type < 0)
             NetInfoUILogic::Instance()->GetHistrorySpecData(key, data);
         else
-            QCOMPARE(NetInfoUILogic::Instance()->GetStatistics(static_cast<_enNetInfoType>(type), data), fails);
+            QCOMPARE(
+                NetInfoUILogic::Instance()->GetStatistics(static_cast<_enNetInfoType>(type), data), fails);
         QCOMPARE(data.ullUpData, quint64(source * 100 + 1));
         QCOMPARE(data.ullDownData, quint64(source * 100 + 2));
         QCOMPARE(data.ullDuration, quint64(source * 100 + 3));

@@ -3,7 +3,6 @@
 #include "AtomicFile.h"
 #include "PluginFixture.h"
 
-
 #include <QtTest>
 #include <QtWidgets>
 

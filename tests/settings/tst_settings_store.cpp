@@ -97,8 +97,7 @@ private slots:
         QVERIFY(prepare(user, templ));
         m_store->GetUseLimitSetting();
         QTEST(dump(m_store->useLimitSettings()), "map");
-        const QByteArray untouched
-            = user.isNull() ? QByteArray("<missing>") : user; // loading never writes
+        const QByteArray untouched = user.isNull() ? QByteArray("<missing>") : user; // loading never writes
         QCOMPARE(contentOf(userFile()), file.isNull() ? untouched : file);
         QVERIFY(!QFileInfo::exists(tempFile()));
         if (user.isNull() && !templ.isNull()) { // made private, folder and file

@@ -46,7 +46,8 @@ class TestViewService : public QObject
     // Host home with the shipped configuration, the switches in off turned off.
     bool setUp(const QStringList& off = {})
     {
-        if (!m_fixture.setUp(off, { QStringLiteral("DataUsageLimit.ini"), QStringLiteral("TrendsCtrlProfile.xml") }))
+        if (!m_fixture.setUp(
+                off, { QStringLiteral("DataUsageLimit.ini"), QStringLiteral("TrendsCtrlProfile.xml") }))
             return false;
         m_sdk = PluginFixture::installSdk();
         m_view = PluginFixture::initView();
@@ -188,7 +189,8 @@ private slots:
             { "DataReceived", "0 IDS_UNIT_BYTE", "1.86 IDS_UNIT_GB" },
             { "TotalData", "0 IDS_UNIT_BYTE", "4.66 IDS_UNIT_GB" } };
         for (int row = 0; row < 6; ++row)
-            QCOMPARE(label(panel, QStringLiteral("StatisticsData_") + rows[row][0]), QLatin1String(rows[row][1]));
+            QCOMPARE(
+                label(panel, QStringLiteral("StatisticsData_") + rows[row][0]), QLatin1String(rows[row][1]));
 
         m_sdk->setReport(VELT_REPORT_LIVE, record(3000000000ull, 2000000000ull, 65, 2048, 512));
         m_sdk->setConnected(true);
