@@ -33,7 +33,6 @@ class TestViewLimits : public QObject
             || !m_fixture.home->writeUserFile("DataUsageLimit.ini", TestHome::limitFile(limits)))
             return false;
         m_sdk = PluginFixture::installSdk();
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("sender name"));
         m_view = PluginFixture::initView();
         return true;
     }

@@ -47,6 +47,7 @@ struct PluginFixture
     {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such slot .*onResetButtonClicked"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such signal .*ResetButtonClicked"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("sender name"));
         CNetInfoUIService* view = CNetInfoUIService::instance();
         view->Init();
         return view;

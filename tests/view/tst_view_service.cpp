@@ -1,12 +1,14 @@
 // The view service in a sandboxed host home with a scripted SDK: rows per
 // switch, live and stored figures, the status panel, host notifications, the
-// settings page, reset and the graph's placement.
+// settings page, reset and the graph's placement; and the stored figures'
+// refresh on its own.
 #include "NetInfoGraphWidget.h"
 #include "NetInfoSettingUIPlugin.h"
 
 #include "HostIds.h"
 #include "HostServices.h"
 #include "PluginFixture.h"
+#include "view/TreeRows.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -293,6 +295,40 @@ private slots:
             QVERIFY(ok ? m_view->OnClickSettingOkButton() : m_view->OnClickSettingCancelButton());
             QVERIFY(!m_view->IsActiveSetting() && !page->parentWidget());
         }
+    }
+
+    // Periods are asked daily, monthly, yearly, weekly; the first failure
+    // stops the refresh and leaves the kept copies and reset time alone.
+    void refresh_data()
+    {
+        QTest::addColumn<int>("failing"); // -1: none
+        QTest::addColumn<QList<int>>("asked");
+        QTest::addColumn<bool>("complete");
+        QTest::newRow("all answer") << -1 << QList<int> { 0, 2, 3, 1 } << true;
+        QTest::newRow("month fails") << int(NETINFO_MONTHLY) << QList<int> { 0, 2 } << false;
+        QTest::newRow("week fails last") << int(NETINFO_WEEKLY) << QList<int> { 0, 2, 3, 1 } << false;
+    }
+
+    void refresh()
+    {
+        QFETCH(int, failing);
+        QFETCH(bool, complete);
+        view::StatisticsSnapshot snapshot;
+        snapshot.lastReset = QStringLiteral("old");
+        QList<int> asked;
+        const bool done = snapshot.refresh(
+            [&](_enNetInfoType type, NetInfoData& data) {
+                asked << type;
+                data.ullUpData = 100 + type;
+                return int(type) == failing;
+            },
+            [](QString& text) { text += QStringLiteral("new"); });
+        QCOMPARE(done, complete);
+        QTEST(asked, "asked");
+        QCOMPARE(snapshot.lastReset, complete ? QStringLiteral("new") : QStringLiteral("old"));
+        // The daily record is fetched either way; its kept copy only when complete.
+        QCOMPARE(snapshot.record(view::LimitPeriod::Daily).ullUpData, 100ull);
+        QCOMPARE(snapshot.kept(view::LimitPeriod::Daily).ullUpData, complete ? 100ull : 0ull);
     }
 };
 
