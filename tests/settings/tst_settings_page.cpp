@@ -1,5 +1,5 @@
-// The usage-limit page: its widget tree, the period rules, what can be typed,
-// and OK and Cancel against the store and the file.
+// The usage-limit page: its widget tree, the period rules, and OK and Cancel
+// against the store and the file.
 #include "AtomicFile.h"
 #include "PluginFixture.h"
 
@@ -133,25 +133,6 @@ private slots:
         QVERIFY(build(list(stored)));
         click(list(clicks));
         QTEST(periodState(), "state");
-    }
-
-    void typing_data()
-    {
-        QTest::addColumn<QString>("entry"); // the line edit's name, what is typed, what it shows
-        QTest::newRow("leading zero") << "DataVolume 012 12";
-        QTest::newRow("data: six digits") << "DataVolume 1234567 123456";
-        QTest::newRow("percent: two digits") << "WarnPercent 100 10";
-    }
-
-    void typing()
-    {
-        QFETCH(QString, entry);
-        const QStringList parts = entry.split(QLatin1Char(' '));
-        QVERIFY(build());
-        auto* line = find<QLineEdit>(qPrintable(QStringLiteral("lineEdit") + parts[0]));
-        line->clear();
-        QTest::keyClicks(line, parts[1]);
-        QCOMPARE(line->text(), parts[2]);
     }
 
     // Entries and faults: the entry is cleared (or given "250" when the disk
