@@ -57,10 +57,6 @@ private slots:
         QTest::newRow("one day of 23 hours")
             << limitOf(K::Daily, 100) << 0 << at("2026-03-29T12:00:00") << 11LL << 0LL << QDate(2026, 3, 29)
             << QDate(2026, 3, 30) << 1 << 23.0 << 89.0 << 23LL << 11.0;
-        // 13:00 winter time is 14 hours into a day of 25.
-        QTest::newRow("one day of 25 hours")
-            << limitOf(K::Daily, 100) << 0 << at("2026-10-25T13:00:00") << 14LL << 0LL << QDate(2026, 10, 25)
-            << QDate(2026, 10, 26) << 1 << 25.0 << 86.0 << 25LL << 14.0;
         // An hour's worth at least: the first minute forecasts nothing wild.
         QTest::newRow("first moment of a period")
             << limitOf(K::Monthly, 31) << 14 << at("2026-05-15T00:00:00") << 0LL << 0LL << QDate(2026, 5, 15)

@@ -36,47 +36,58 @@ class TestHostApp : public QObject
 {
     Q_OBJECT
 
+    // Demo figures without demo traffic, the module and its data from the build tree.
+    static HostOptions simulated(const QString& language)
+    {
+        qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
+        HostOptions options;
+        options.connection.simulate = true;
+        options.connection.demoTraffic = false;
+        options.language = language;
+        return options;
+    }
+
 private slots:
     void commandLine_data()
     {
-        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("arguments");
         QTest::addColumn<QString>("error"); // part of the message; empty: accepted
         QTest::addColumn<bool>("simulate");
-        QTest::addColumn<QStringList>("interfaceNames");
+        QTest::addColumn<QString>("interfaceNames");
         QTest::addColumn<QString>("language");
-        const QStringList none;
-
-        QTest::newRow("defaults: the real connection") << QStringList {} << "" << false << none << "";
-        QTest::newRow("demo traffic in Arabic")
-            << QStringList { "--simulate", "--lang", "ar" } << "" << true << none << "ar";
-        QTest::newRow("fixed interfaces") << QStringList { "--interface", "wwan0", "--interface", "usb1" }
-                                          << "" << false << QStringList { "wwan0", "usb1" } << "";
-        QTest::newRow("interface not present")
-            << QStringList { "--interface", "wwan0", "--interface", "doesnotexist" }
-            << "doesnotexist on this system; " << false << none << "";
-        QTest::newRow("no interface to name")
-            << QStringList { "--interface", "../wwan0" } << "present: usb1, wwan0" << false << none << "";
-        QTest::newRow("unknown language") << QStringList { "--lang", "de" } << "de" << false << none << "";
-        QTest::newRow("unknown option") << QStringList { "--bogus" } << "bogus" << false << none << "";
+        const auto row = [](const char* name, const char* arguments, const char* error, bool simulate = false,
+                             const char* interfaces = "", const char* language = "") {
+            QTest::newRow(name) << QString(arguments) << QString(error) << simulate << QString(interfaces)
+                                << QString(language);
+        };
+        row("defaults: the real connection", "", "");
+        row("demo traffic in Arabic", "--simulate --lang ar", "", true, "", "ar");
+        row("fixed interfaces", "--interface wwan0 --interface usb1", "", false, "wwan0 usb1");
+        row("interface not present", "--interface wwan0 --interface doesnotexist",
+            "doesnotexist on this system; ");
+        row("no interface to name", "--interface ../wwan0", "present: usb1, wwan0");
+        row("unknown language", "--lang de", "de");
+        row("unknown option", "--bogus", "bogus");
     }
 
     void commandLine()
     {
-        QFETCH(QStringList, arguments);
+        QFETCH(QString, arguments);
         QFETCH(QString, error);
+        QFETCH(QString, interfaceNames);
         QTemporaryDir sysClassNet;
         for (const char* name : { "lo", "usb1", "wwan0" })
             QVERIFY(QDir(sysClassNet.path()).mkdir(name));
         HostOptions options;
         QString message;
-        QCOMPARE(
-            HostOptions::parse(QStringList { "netinfo" } + arguments, options, message, sysClassNet.path()),
+        QCOMPARE(HostOptions::parse(("netinfo " + arguments).split(' ', Qt::SkipEmptyParts), options, message,
+                     sysClassNet.path()),
             error.isEmpty());
         QVERIFY2(error.isEmpty() ? message.isEmpty() : message.contains(error), qPrintable(message));
         if (!error.isEmpty())
             return;
         QTEST(options.connection.simulate, "simulate");
-        QTEST(options.connection.interfaceNames, "interfaceNames");
+        QCOMPARE(options.connection.interfaceNames, interfaceNames.split(' ', Qt::SkipEmptyParts));
         QTEST(options.language, "language");
         // Headless runs leave a picture, and never in the installation.
         QVERIFY(options.screenshotPath.startsWith(
@@ -88,21 +99,13 @@ private slots:
     void warningDisconnectsTheLink()
     {
         TestHome home;
-        qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
-        QVERIFY(home.writeUserFile("DataUsageLimit.ini",
-            "[uselimit]\nchkRecurrence=true\nradioDaily=true\nradioWeekly=false\nradioMonthly=false\n"
-            "chkVolume=true\nSizeVolume=100\nWarnBeforPercentage=80\nchkWarnbefore=true\n"
-            "chkWarnAfter=true\nchkTimeVolume=false\n"));
+        HostOptions options = simulated("en");
+        QVERIFY(home.writeUserFile("DataUsageLimit.ini", TestHome::limitFile()));
 
         velt::SimulatedBackend* sdk = velt::SimulatedBackend::current();
         QVERIFY(sdk);
         sdk->setConnected(true);
         sdk->setReport(VELT_REPORT_TODAY, { 50 * 1024 * 1024, 35 * 1024 * 1024, 0, 0, 0, 0 });
-
-        HostOptions options;
-        options.connection.simulate = true;
-        options.connection.demoTraffic = false;
-        options.language = "en";
         HostApplication host(options);
         QCOMPARE(host.start(), 0);
         sdk->tick();
@@ -145,14 +148,10 @@ private slots:
     void language()
     {
         QFETCH(QString, menu);
-        TestHome home;
-        qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(TestHome::buildHomeDir()));
         QFETCH(QString, commandLine);
+        TestHome home;
+        HostOptions options = simulated(commandLine);
         QFETCH(bool, mirrored);
-        HostOptions options;
-        options.connection.simulate = true;
-        options.connection.demoTraffic = false;
-        options.language = commandLine;
         options.mirrored = mirrored;
         {
             HostApplication host(options);
@@ -193,16 +192,16 @@ private slots:
         QTest::addColumn<QStringList>("asked");
         QTest::addColumn<QStringList>("messages");
         const QString refused = "not available here";
-        QTest::newRow("still connected") << QStringList { "wwan0" } << QStringList { "eth0", "wwan0" }
-                                         << QStringList { "wwan0" } << QStringList { refused };
-        QTest::newRow("modem gone, wired took over")
-            << QStringList { "wwan0" } << QStringList { "eth0" } << QStringList {}
-            << QStringList { "wwan0 is no longer connected, so nothing was disconnected for it." };
-        QTest::newRow("one of two left")
-            << QStringList { "wwan0", "wwan1" } << QStringList { "wwan1" } << QStringList { "wwan1" }
-            << QStringList { "wwan0 is no longer connected, so nothing was disconnected for it.", refused };
-        QTest::newRow("never reported up") << QStringList {} << QStringList { "eth0" } << QStringList {}
-                                           << QStringList { "There is no connection to disconnect." };
+        const QString gone = "wwan0 is no longer connected, so nothing was disconnected for it.";
+        const auto row = [](const char* name, const char* upWhenReported, const char* upNow,
+                             const char* asked, const QStringList& messages) {
+            const auto list = [](const char* words) { return QString(words).split(' ', Qt::SkipEmptyParts); };
+            QTest::newRow(name) << list(upWhenReported) << list(upNow) << list(asked) << messages;
+        };
+        row("still connected", "wwan0", "eth0 wwan0", "wwan0", { refused });
+        row("modem gone, wired took over", "wwan0", "eth0", "", { gone });
+        row("one of two left", "wwan0 wwan1", "wwan1", "wwan1", { gone, refused });
+        row("never reported up", "", "eth0", "", { "There is no connection to disconnect." });
     }
 
     void disconnectActsOnWarnedLinks()

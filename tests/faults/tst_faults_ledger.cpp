@@ -1,10 +1,9 @@
 // The usage ledger under failing storage, sudden death and hostile umasks.
+#include "FileChecks.h"
 #include "KillLoop.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <sys/stat.h>
 
 using namespace velt;
 
@@ -12,14 +11,6 @@ namespace {
 
 constexpr qint64 kNow = 1718445600; // 2024-06-15 12:00 in Berlin
 const UsageKey kKey { QStringLiteral("wwan0"), QStringLiteral("Mobile") };
-
-mode_t modeOf(const QString& path)
-{
-    struct stat info
-    {
-    };
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
-}
 
 QStringList movedAside(const QString& database)
 {

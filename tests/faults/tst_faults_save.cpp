@@ -2,6 +2,7 @@
 // each failure the user's file holds the old content or the new, byte for
 // byte, keeps the mode the user chose, and no temporary file is left behind.
 #include "AtomicFile.h"
+#include "FileChecks.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -11,25 +12,10 @@
 #include <csignal>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 namespace {
 
 const QByteArray kOld = "[uselimit]\nvolume=500\n";
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-mode_t modeOf(const QString& path)
-{
-    struct stat info
-    {
-    };
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
-}
 
 void writeOld(const QString& path)
 {

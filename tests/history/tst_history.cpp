@@ -26,8 +26,7 @@ private slots:
         QFETCH(bool, months);
         TestHome home;
         QVERIFY(home.writeUserFile("DataUsageLimit.ini",
-            "[uselimit]\nchkRecurrence=true\nradioMonthly=true\n"
-            "chkVolume=true\nSizeVolume=2048\n"));
+            TestHome::limitFile({ "radioDaily=false", "radioMonthly=true", "SizeVolume=2048" })));
         const QString path = home.userFile("usage.sqlite");
         const qint64 now = QDateTime::currentSecsSinceEpoch();
         {

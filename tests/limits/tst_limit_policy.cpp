@@ -32,44 +32,37 @@ class TestLimitPolicy : public QObject
     Q_OBJECT
 private slots:
     // Each step is a usage in limit units ("t" + seconds for time, "new"
-    // for a new period); each answer is the warning due, or "-".
+    // for a new period); each answer is the warning due: B (the band), A
+    // (after the limit), T (after the time limit) or "-".
     void warnings_data()
     {
         QTest::addColumn<Store>("store");
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QStringList>("warned");
-        QTest::newRow("band once, limit once")
-            << Store {} << QStringList { "85", "90", "100", "120" }
-            << QStringList { "IDS_BOX_WARNBEFORE", "-", "IDS_BOX_WARNAFTER", "-" };
-        QTest::newRow("early only: a jump past the limit warns once")
-            << Store { { "chkWarnAfter", "false" } } << QStringList { "50", "120", "130" }
-            << QStringList { "-", "IDS_BOX_WARNBEFORE", "-" };
-        QTest::newRow("under the percentage re-arms")
-            << Store {} << QStringList { "85", "79.99", "80" }
-            << QStringList { "IDS_BOX_WARNBEFORE", "-", "IDS_BOX_WARNBEFORE" };
-        QTest::newRow("a new period re-arms")
-            << Store {} << QStringList { "100", "100", "new", "100" }
-            << QStringList { "IDS_BOX_WARNAFTER", "-", "-", "IDS_BOX_WARNAFTER" };
-        QTest::newRow("empty warning switches read as off")
-            << Store { { "chkWarnbefore", "" }, { "chkWarnAfter", "" } } << QStringList { "85", "150" }
-            << QStringList { "-", "-" };
-        QTest::newRow("percentage 0 has no band")
-            << Store { { "WarnBeforPercentage", "0" } } << QStringList { "90", "100" }
-            << QStringList { "-", "IDS_BOX_WARNAFTER" };
-        QTest::newRow("time warns at the limit only, once")
-            << Store {} << QStringList { "t7199", "t7200", "t9000" }
-            << QStringList { "-", "IDS_BOX_TIMEWARNAFTER", "-" };
-        QTest::newRow("time armed flag seeded off by the store")
-            << Store { { "ShowTimeWarnAfter", "false" } } << QStringList { "t7200" } << QStringList { "-" };
+        QTest::addColumn<QString>("steps");
+        QTest::addColumn<QString>("warned");
+        const auto row = [](const char* name, const Store& store, const char* steps, const char* warned) {
+            QTest::newRow(name) << store << QString(steps) << QString(warned);
+        };
+        row("band once, limit once", {}, "85 90 100 120", "B - A -");
+        row("early only: a jump past the limit warns once", { { "chkWarnAfter", "false" } }, "50 120 130",
+            "- B -");
+        row("under the percentage re-arms", {}, "85 79.99 80", "B - B");
+        row("a new period re-arms", {}, "100 100 new 100", "A - - A");
+        row("empty warning switches read as off", { { "chkWarnbefore", "" }, { "chkWarnAfter", "" } },
+            "85 150", "- -");
+        row("percentage 0 has no band", { { "WarnBeforPercentage", "0" } }, "90 100", "- A");
+        row("time warns at the limit only, once", {}, "t7199 t7200 t9000", "- T -");
+        row("time armed flag seeded off by the store", { { "ShowTimeWarnAfter", "false" } }, "t7200", "-");
     }
 
     void warnings()
     {
         QFETCH(Store, store);
-        QFETCH(QStringList, steps);
+        QFETCH(QString, steps);
         UsageLimitPolicy policy = policyFor(store);
+        const QMap<QByteArray, QString> codes { { "IDS_BOX_WARNBEFORE", "B" }, { "IDS_BOX_WARNAFTER", "A" },
+            { "IDS_BOX_TIMEWARNAFTER", "T" } };
         QStringList warned;
-        for (const QString& step : steps) {
+        for (const QString& step : steps.split(' ')) {
             const char* key = nullptr;
             if (step == QLatin1String("new"))
                 policy.newPeriod(10, 20);
@@ -77,9 +70,9 @@ private slots:
                 key = policy.timeWarning(policy.timeBar(step.mid(1).toDouble()).state);
             else
                 key = policy.dataWarning(policy.dataBar(step.toDouble(), 1024).state);
-            warned << (key ? QString::fromLatin1(key) : QStringLiteral("-"));
+            warned << (key ? codes.value(key, key) : QStringLiteral("-"));
         }
-        QTEST(warned, "warned");
+        QTEST(warned.join(' '), "warned");
     }
 
     void bars_data()
@@ -90,37 +83,23 @@ private slots:
         QTest::addColumn<QString>("color");
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("maximum");
-        QTest::newRow("data normal, in bytes")
-            << Store {} << 10.0 << false << "NoWarningColor" << 10240.0 << 102400.0;
-        QTest::newRow("data band") << Store {} << 80.0 << false << "BeforeWarningColor" << 81920.0
-                                   << 102400.0;
-        QTest::newRow("data reached")
-            << Store {} << 100.0 << false << "ReachedWarningColor" << 102400.0 << 102400.0;
-        QTest::newRow("data off: full at the stored limit")
-            << Store { { "chkVolume", "false" } } << 150.0 << false << "NoWarningColor" << 100.0 << 100.0;
-        QTest::newRow("empty data switch reads as on") << Store { { "chkVolume", "" } } << 100.0 << false
-                                                       << "ReachedWarningColor" << 102400.0 << 102400.0;
-        QTest::newRow("limit read unsigned from 32 bits")
-            << Store { { "SizeVolume", "-1" }, { "chkVolume", "false" } } << 0.0 << false << "NoWarningColor"
-            << 4294967295.0 << 4294967295.0;
-        QTest::newRow("time in seconds, limit in hours")
-            << Store {} << 3600.0 << true << "NoWarningColor" << 3600.0 << 7200.0;
-        QTest::newRow("time reached")
-            << Store {} << 7200.0 << true << "ReachedWarningColor" << 7200.0 << 7200.0;
-        QTest::newRow("time off: full at the stored hours")
-            << Store { { "chkTimeVolume", "false" } } << 50.0 << true << "NoWarningColor" << 2.0 << 2.0;
-    }
-
-    void bars()
-    {
-        QFETCH(Store, store);
-        QFETCH(double, used);
-        QFETCH(bool, time);
-        UsageLimitPolicy policy = policyFor(store);
-        const view::LimitBar bar = time ? policy.timeBar(used) : policy.dataBar(used, 1024);
-        QTEST(QString::fromLatin1(bar.colorName), "color");
-        QTEST(double(bar.value), "value");
-        QTEST(double(bar.maximum), "maximum");
+        const auto row = [](const char* name, const Store& store, double used, bool time, const char* color,
+                             double value, double maximum) {
+            QTest::newRow(name) << store << used << time << QString(color) << value << maximum;
+        };
+        row("data normal, in bytes", {}, 10, false, "NoWarningColor", 10240, 102400);
+        row("data band", {}, 80, false, "BeforeWarningColor", 81920, 102400);
+        row("data reached", {}, 100, false, "ReachedWarningColor", 102400, 102400);
+        row("data off: full at the stored limit", { { "chkVolume", "false" } }, 150, false, "NoWarningColor",
+            100, 100);
+        row("empty data switch reads as on", { { "chkVolume", "" } }, 100, false, "ReachedWarningColor",
+            102400, 102400);
+        row("limit read unsigned from 32 bits", { { "SizeVolume", "-1" }, { "chkVolume", "false" } }, 0,
+            false, "NoWarningColor", 4294967295.0, 4294967295.0);
+        row("time in seconds, limit in hours", {}, 3600, true, "NoWarningColor", 3600, 7200);
+        row("time reached", {}, 7200, true, "ReachedWarningColor", 7200, 7200);
+        row("time off: full at the stored hours", { { "chkTimeVolume", "false" } }, 50, true,
+            "NoWarningColor", 2, 2);
     }
 
     void periods_data()

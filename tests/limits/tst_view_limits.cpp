@@ -2,15 +2,11 @@
 // scenarios, the bars' colours and pixels, the percentage boundaries and the
 // time-of-day rules the look-back depends on.
 #include "LwProgressBar.h"
-#include "NetInfoUIService.h"
 #include "TimeOfDay.h"
 #include "WarnPrompt.h"
 
 #include "HostIds.h"
-#include "HostServices.h"
-#include "Sdk.h"
-#include "TestHome.h"
-#include "simulated/SimulatedBackend.h"
+#include "PluginFixture.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -18,51 +14,26 @@
 #include <memory>
 
 namespace {
-
 constexpr quint64 MB = 1024 * 1024;
-
-// A user limit file: daily recurrence, the given limit switches and figures.
-QByteArray limitFile(const QMap<QString, QString>& overrides)
-{
-    QMap<QString, QString> keys { { "chkRecurrence", "true" }, { "radioDaily", "true" },
-        { "radioWeekly", "false" }, { "radioMonthly", "false" }, { "chkVolume", "true" },
-        { "chkTimeVolume", "false" }, { "SizeVolume", "100" }, { "SizeTimeVolume", "10" },
-        { "chkWarnbefore", "true" }, { "chkWarnAfter", "true" }, { "WarnBeforPercentage", "80" } };
-    for (auto it = overrides.cbegin(); it != overrides.cend(); ++it)
-        keys[it.key()] = it.value();
-    QByteArray text = "[DataUsageLimit]\n";
-    for (auto it = keys.cbegin(); it != keys.cend(); ++it)
-        text += it.key().toUtf8() + '=' + it.value().toUtf8() + '\n';
-    return text;
-}
-
 } // namespace
 
-using Limits = QMap<QString, QString>;
+using Limits = QStringList; // "key=value" over TestHome::limitFile()
 
 class TestViewLimits : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestHome> m_home;
+    PluginFixture m_fixture;
     velt::SimulatedBackend* m_sdk = nullptr;
     CNetInfoUIService* m_view = nullptr;
 
     bool setUp(const Limits& limits, const QList<QPair<QByteArray, QByteArray>>& edits = {})
     {
-        m_home = std::make_unique<TestHome>();
-        if (!m_home->isValid() || !m_home->writeUserFile("DataUsageLimit.ini", limitFile(limits))
-            || !m_home->installConfig({}, edits) || !m_home->installDataFile("TrendsCtrlProfile.xml"))
+        if (!m_fixture.setUp({}, { "TrendsCtrlProfile.xml" }, edits)
+            || !m_fixture.home->writeUserFile("DataUsageLimit.ini", TestHome::limitFile(limits)))
             return false;
-        auto backend = std::make_unique<velt::SimulatedBackend>([] { return qint64(1700000000); });
-        m_sdk = backend.get();
-        velt::Sdk::instance().setBackend(std::move(backend));
-        m_view = CNetInfoUIService::instance();
-        // The two refused connections the view keeps on purpose.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such slot .*onResetButtonClicked"));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No such signal .*ResetButtonClicked"));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("sender name"));
-        m_view->Init();
+        m_sdk = PluginFixture::installSdk();
+        m_view = PluginFixture::initView();
         return true;
     }
 
@@ -97,15 +68,13 @@ class TestViewLimits : public QObject
 private slots:
     void cleanup()
     {
-        CNetInfoUIService::Destroy();
+        m_fixture.tearDown();
         m_view = nullptr;
-        velt::Sdk::instance().setBackend(nullptr);
-        m_home.reset();
     }
 
     // What the dialog shows as the view feeds the policy; the rules
-    // themselves are the policy's own suite's. Each step is a usage in MB,
-    // "time " and seconds, or "connect" (host event 1536 with status 1).
+    // themselves are the policy's own suite's. Each step is a usage in MB
+    // or "connect" (host event 1536 with status 1).
     void warnings_data()
     {
         QTest::addColumn<Limits>("limits");
@@ -115,10 +84,6 @@ private slots:
         QTest::newRow("a new connection re-arms")
             << Limits {} << QStringList { "85", "86", "connect", "87", "100" }
             << QStringList { "IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER" };
-        QTest::newRow("time limit reached warns once")
-            << Limits { { "chkVolume", "false" }, { "chkTimeVolume", "true" }, { "SizeTimeVolume", "1" } }
-            << QStringList { "time 3599", "time 3600", "time 4000" }
-            << QStringList { "", "IDS_BOX_TIMEWARNAFTER", "" };
     }
 
     void warnings()
@@ -131,8 +96,6 @@ private slots:
         for (const QString& step : steps) {
             if (step == QLatin1String("connect")) {
                 m_view->Notify(HostIds::MsgConnectionStatus, HostIds::StatusConnected, 0);
-            } else if (step.startsWith(QLatin1String("time "))) {
-                useToday(0, step.mid(5).toLongLong());
             } else {
                 useToday(step.toDouble());
             }
@@ -142,24 +105,37 @@ private slots:
     }
 
     // A bar after a tick: the configured colour, the formatted text, value
-    // and maximum (bytes for data, seconds for time).
+    // and maximum (bytes for data, seconds for time). Colours come from the
+    // feature file by name, edited by (from, to): the last entry of a name
+    // wins, and a file without colours paints in transparent white.
     void bars_data()
     {
         QTest::addColumn<Limits>("limits");
         QTest::addColumn<double>("usedMb");
         QTest::addColumn<qint64>("seconds");
         QTest::addColumn<QString>("bar");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
         QTest::addColumn<QColor>("color");
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("maximum");
         const QColor none(76, 175, 80), before(255, 167, 38);
-        const Limits time { { "chkTimeVolume", "true" }, { "SizeTimeVolume", "20" } };
-        const qint64 hour = 3600;
-        QTest::newRow("data: warning band") << Limits {} << 80.0 << 0ll << "Datavolume" << before
-                                            << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
+        const Limits time { "chkTimeVolume=true", "SizeTimeVolume=20" };
+        const QByteArray normal = "<item name=\"NoWarningColor\" R=\"76\" G=\"175\" B=\"80\"/>";
+        const QByteArray other = normal + "<item name=\"NoWarningColor\" R=\"1\" G=\"2\" B=\"3\"/>";
+        QTest::newRow("data: warning band")
+            << Limits {} << 80.0 << 0ll << "Datavolume" << QByteArray() << QByteArray() << before
+            << "80.00 IDS_UNIT_MB" << 80.0 * MB << 100.0 * MB;
         QTest::newRow("time: under the limit")
-            << time << 0.0 << 46860ll << "Volume" << none << "13:01 IDS_UNIT_HOURS" << 46860.0 << 20.0 * hour;
+            << time << 0.0 << 46860ll << "Volume" << QByteArray() << QByteArray() << none
+            << "13:01 IDS_UNIT_HOURS" << 46860.0 << 20.0 * 3600;
+        QTest::newRow("last colour of a name wins")
+            << Limits {} << 10.0 << 0ll << "Datavolume" << normal << other << QColor(1, 2, 3)
+            << "10.00 IDS_UNIT_MB" << 10.0 * MB << 100.0 * MB;
+        QTest::newRow("no colour list")
+            << Limits {} << 10.0 << 0ll << "Datavolume" << QByteArray("<Color>") << QByteArray("<Colour>")
+            << QColor(255, 255, 255, 0) << "10.00 IDS_UNIT_MB" << 10.0 * MB << 100.0 * MB;
     }
 
     void bars()
@@ -168,7 +144,12 @@ private slots:
         QFETCH(double, usedMb);
         QFETCH(qint64, seconds);
         QFETCH(QString, bar);
-        QVERIFY(setUp(limits));
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QList<QPair<QByteArray, QByteArray>> edits;
+        if (!from.isEmpty())
+            edits = { { from, to }, { "</Color>", to == "<Colour>" ? "</Colour>" : "</Color>" } };
+        QVERIFY(setUp(limits, edits));
         useToday(usedMb, seconds);
         auto* shown = widgetNamed<LwProgressBar>("NetInfoUIPlugin_Progress" + bar);
         QVERIFY(shown);
@@ -176,32 +157,6 @@ private slots:
         QTEST(shown->text(), "text");
         QTEST(double(shown->value()), "value");
         QTEST(double(shown->maximum()), "maximum");
-    }
-
-    // Colours come from the feature file by name: the last entry of a name
-    // wins, and a file without colours paints in transparent white.
-    void barColourLookup_data()
-    {
-        QTest::addColumn<QByteArray>("from");
-        QTest::addColumn<QByteArray>("to");
-        QTest::addColumn<QColor>("color");
-        const QByteArray normal = "<item name=\"NoWarningColor\" R=\"76\" G=\"175\" B=\"80\"/>";
-        QTest::newRow("last match wins")
-            << normal << normal + "<item name=\"NoWarningColor\" R=\"1\" G=\"2\" B=\"3\"/>"
-            << QColor(1, 2, 3);
-        QTest::newRow("no colour list")
-            << QByteArray("<Color>") << QByteArray("<Colour>") << QColor(255, 255, 255, 0);
-    }
-
-    void barColourLookup()
-    {
-        QFETCH(QByteArray, from);
-        QFETCH(QByteArray, to);
-        QVERIFY(setUp({}, { { from, to }, { "</Color>", to == "<Colour>" ? "</Colour>" : "</Color>" } }));
-        useToday(10);
-        auto* data = widgetNamed<LwProgressBar>("NetInfoUIPlugin_ProgressDatavolume");
-        QVERIFY(data);
-        QTEST(data->color(), "color");
     }
 
     // The bar's own painting: fill clamped to the bar, border from the skin.
@@ -267,7 +222,7 @@ private slots:
     // seconds since midnight (both ends of the span are invalid times).
     void lookBackWithoutRecurrence()
     {
-        QVERIFY(setUp({ { "chkRecurrence", "false" } }));
+        QVERIFY(setUp({ "chkRecurrence=false" }));
         m_sdk->setHistory({ 85 * MB, 0, 0, 0, 0, 0 });
         const int before = QTime::currentTime().msecsSinceStartOfDay() / 1000;
         m_view->onStatisticsChanged(0, 0, 0, 0, QStringLiteral(" "));
@@ -275,33 +230,6 @@ private slots:
         QVERIFY2(m_sdk->lastHistoryKey() >= quint64(before) && m_sdk->lastHistoryKey() <= quint64(after),
             qPrintable(QString::number(m_sdk->lastHistoryKey())));
         QCOMPARE(takeWarning(), QStringLiteral("IDS_BOX_WARNBEFORE"));
-    }
-
-    // Disconnect is offered only while connected, fires once, and the
-    // choice does not carry over; the request reaches the host as 1537.
-    void disconnectFromWarning()
-    {
-        HostServices services;
-        QSignalSpy notified(services.notifyService(), &NotifyService::notified);
-        QVERIFY(setUp({}));
-        useToday(85);
-        ExtendDialog* dialog = m_view->warnPrompt()->dialog();
-        QVERIFY(dialog);
-        auto* box = dialog->findChild<QCheckBox*>("WarnDlg_CheckBox");
-        auto* ok = dialog->findChild<QPushButton*>("WarnDlg_ButtonOk");
-        QVERIFY(box && ok && !box->isEnabled());
-
-        m_view->Notify(HostIds::MsgConnectionStatus, HostIds::StatusConnected, 0);
-        QVERIFY(box->isEnabled());
-        box->click();
-        ok->click();
-        QVERIFY(!dialog->isVisible() && !box->isChecked());
-        ok->click();
-        QList<QString> disconnects;
-        for (const QList<QVariant>& event : notified)
-            if (event.at(1).toUInt() == HostIds::EventDisconnect)
-                disconnects << event.at(0).toString();
-        QCOMPARE(disconnects, QList<QString> { HostIds::ConnectionTarget });
     }
 };
 

@@ -1,6 +1,7 @@
 // The limit warnings due per period, each step checked by a fresh watch as
 // after a restart: only the state file carries what already fired.
 #include "LimitWatch.h"
+#include "TestHome.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -23,54 +24,23 @@ void LimitWatchTest::crossings_data()
     QTest::addColumn<QString>("fired"); // per step: W L t T joined, ';' between steps
     QTest::addColumn<QString>("colour"); // the bar after the last step
 
-    QTest::newRow("below the warning") << ""
-                                       << "1,79,0"
-                                       << ""
-                                       << "NoWarningColor";
-    QTest::newRow("at the warning") << ""
-                                    << "1,80,0"
-                                    << "W"
-                                    << "BeforeWarningColor";
-    QTest::newRow("restart does not re-send") << ""
-                                              << "1,85,0;1,90,0;1,99,0"
-                                              << "W;;"
-                                              << "BeforeWarningColor";
-    QTest::newRow("warning then limit") << ""
-                                        << "1,85,0;1,100,0;1,130,0"
-                                        << "W;L;"
-                                        << "ReachedWarningColor";
-    QTest::newRow("straight past the limit") << ""
-                                             << "1,150,0"
-                                             << "L"
-                                             << "ReachedWarningColor";
-    QTest::newRow("new period re-arms") << ""
-                                        << "1,85,0;1,100,0;2,85,0;2,101,0"
-                                        << "W;L;W;L"
-                                        << "ReachedWarningColor";
-    QTest::newRow("only the early warning asked") << "chkWarnAfter=false"
-                                                  << "1,150,0;1,160,0"
-                                                  << "W;"
-                                                  << "ReachedWarningColor";
-    QTest::newRow("warnings off") << "chkWarnbefore=false,chkWarnAfter=false"
-                                  << "1,85,0;1,150,0"
-                                  << ";"
-                                  << "ReachedWarningColor";
-    QTest::newRow("time limit") << ""
-                                << "1,0,59;1,0,60;1,0,90;2,0,60"
-                                << ";T;;T"
-                                << "NoWarningColor";
-    QTest::newRow("data limit off, time on") << "chkVolume=false"
-                                             << "1,500,60"
-                                             << "T"
-                                             << "ReachedWarningColor";
-    QTest::newRow("no settings file yet") << "-"
-                                          << "1,150,90"
-                                          << ""
-                                          << "NoWarningColor";
-    QTest::newRow("no percentage: limit only") << "WarnBeforPercentage=0"
-                                               << "1,90,0;1,100,0"
-                                               << ";L"
-                                               << "ReachedWarningColor";
+    const auto row = [](const char* name, const char* settings, const char* steps, const char* fired,
+                         const char* colour) {
+        QTest::newRow(name) << QString(settings) << QString(steps) << QString(fired) << QString(colour);
+    };
+    row("below the warning", "", "1,79,0", "", "NoWarningColor");
+    row("at the warning", "", "1,80,0", "W", "BeforeWarningColor");
+    row("restart does not re-send", "", "1,85,0;1,90,0;1,99,0", "W;;", "BeforeWarningColor");
+    row("warning then limit", "", "1,85,0;1,100,0;1,130,0", "W;L;", "ReachedWarningColor");
+    row("straight past the limit", "", "1,150,0", "L", "ReachedWarningColor");
+    row("new period re-arms", "", "1,85,0;1,100,0;2,85,0;2,101,0", "W;L;W;L", "ReachedWarningColor");
+    row("only the early warning asked", "chkWarnAfter=false", "1,150,0;1,160,0", "W;", "ReachedWarningColor");
+    row("warnings off", "chkWarnbefore=false,chkWarnAfter=false", "1,85,0;1,150,0", ";",
+        "ReachedWarningColor");
+    row("time limit", "", "1,0,59;1,0,60;1,0,90;2,0,60", ";T;;T", "NoWarningColor");
+    row("data limit off, time on", "chkVolume=false", "1,500,60", "T", "ReachedWarningColor");
+    row("no settings file yet", "-", "1,150,90", "", "NoWarningColor");
+    row("no percentage: limit only", "WarnBeforPercentage=0", "1,90,0;1,100,0", ";L", "ReachedWarningColor");
 }
 
 void LimitWatchTest::crossings()
@@ -81,15 +51,9 @@ void LimitWatchTest::crossings()
     QFETCH(QString, colour);
 
     QTemporaryDir dir;
-    QMap<QString, QString> values { { "chkVolume", "true" }, { "chkTimeVolume", "true" },
-        { "chkWarnbefore", "true" }, { "chkWarnAfter", "true" }, { "radioDaily", "false" },
-        { "radioWeekly", "false" }, { "radioMonthly", "true" }, { "SizeVolume", "100" },
-        { "WarnBeforPercentage", "80" }, { "SizeTimeVolume", "1" } };
-    for (const QString& pair : settings.split(',', Qt::SkipEmptyParts))
-        values.insert(pair.section('=', 0, 0), pair.section('=', 1));
-    QByteArray text = "[uselimit]\n";
-    for (auto it = values.cbegin(); it != values.cend(); ++it)
-        text += (it.key() + '=' + it.value() + '\n').toUtf8();
+    const QByteArray text = TestHome::limitFile(
+        QStringList { "chkTimeVolume=true", "radioDaily=false", "radioMonthly=true", "SizeTimeVolume=1" }
+        + settings.split(',', Qt::SkipEmptyParts));
     QFile file(dir.filePath("DataUsageLimit.ini"));
     if (settings != "-") {
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());

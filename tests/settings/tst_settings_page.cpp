@@ -1,14 +1,7 @@
-// The usage-limit page: its widget tree, the period rules, what can be typed,
-// and OK and Cancel against the store and the file.
+// The usage-limit page: its widget tree, the period rules, and OK and Cancel
+// against the store and the file.
 #include "AtomicFile.h"
-#include "NetInfoSettingUILogic.h"
-#include "NetInfoSettingUIPlugin.h"
-#include "NetInfoUILogic.h"
-
-#include "CommonUtils.h"
-#include "Sdk.h"
-#include "TestHome.h"
-#include "simulated/SimulatedBackend.h"
+#include "PluginFixture.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -30,10 +23,10 @@ class TestSettingsPage : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestHome> m_home;
+    PluginFixture m_fixture;
     NetInfoSettingUIPlugin* m_page = nullptr;
 
-    QString userFile() const { return m_home->userFile(QStringLiteral("DataUsageLimit.ini")); }
+    QString userFile() const { return m_fixture.home->userFile(QStringLiteral("DataUsageLimit.ini")); }
 
     template <class T = QWidget> T* find(const char* name) const
     {
@@ -45,15 +38,14 @@ class TestSettingsPage : public QObject
     // and the named functions switched off.
     bool build(const QStringList& stored = {}, const QStringList& off = {})
     {
-        m_home = std::make_unique<TestHome>();
         QString text = QString::fromLatin1(kStored);
         for (const QString& line : stored)
             text.replace(
                 QRegularExpression("\n" + line.section(QLatin1Char('='), 0, 0) + "=[^\n]*"), "\n" + line);
-        if (!m_home->isValid() || !m_home->installConfig(off)
-            || !m_home->writeUserFile(QStringLiteral("DataUsageLimit.ini"), text.toLatin1()))
+        if (!m_fixture.setUp(off)
+            || !m_fixture.home->writeUserFile(QStringLiteral("DataUsageLimit.ini"), text.toLatin1()))
             return false;
-        velt::Sdk::instance().setBackend(std::make_unique<velt::SimulatedBackend>());
+        PluginFixture::installSdk();
         NetInfoUILogic::Instance()->Init();
         m_page = NetInfoSettingUIPlugin::GetInstance();
         m_page->ongetXMLUnit(QStringLiteral("MB"));
@@ -92,15 +84,7 @@ class TestSettingsPage : public QObject
     }
 
 private slots:
-    void cleanup()
-    {
-        CommonUtils::SetMessageHook({});
-        NetInfoSettingUIPlugin::ReleaseInstance();
-        NetInfoUILogic::UnregSDK();
-        NetInfoUILogic::Destroy();
-        NetInfoSettingUILogic::Destroy();
-        m_home.reset();
-    }
+    void cleanup() { m_fixture.tearDown(); }
 
     // A rebuild replaces the tree; a dialog that takes the page with it
     // leaves no dangling parts behind.
@@ -127,27 +111,19 @@ private slots:
         QTest::addColumn<QString>("stored");
         QTest::addColumn<QString>("clicks");
         QTest::addColumn<QString>("state");
-        const QString weekly = QStringLiteral("radioWeekly=true radioMonthly=false ");
-        QTest::newRow("start date, monthly chosen")
-            << "chkRecurrence=false"
-            << ""
-            << "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0";
-        QTest::newRow("weekly from Wednesday")
-            << weekly + "startweekdate=3"
-            << ""
-            << "date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=3 mday=0";
-        QTest::newRow("indexes out of range or not numbers")
-            << "startweekdate=9 startmonthdate=x"
-            << ""
-            << "date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=0 mday=0";
-        QTest::newRow("recurrence off")
-            << ""
-            << "dateeditSetDate"
-            << "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0";
-        QTest::newRow("recurrence on, no radio")
-            << "chkRecurrence=false radioMonthly=false"
-            << "dateeditSetDate"
-            << "date=0 rec=1 radios=111 week=0 month=0 radio=none wday=4 mday=0";
+        const auto row = [](const char* name, const QString& stored, const char* clicks, const char* state) {
+            QTest::newRow(name) << stored << QString(clicks) << QString(state);
+        };
+        row("start date, monthly chosen", "chkRecurrence=false", "",
+            "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0");
+        row("weekly from Wednesday", "radioWeekly=true radioMonthly=false startweekdate=3", "",
+            "date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=3 mday=0");
+        row("indexes out of range or not numbers", "startweekdate=9 startmonthdate=x", "",
+            "date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=0 mday=0");
+        row("recurrence off", "", "dateeditSetDate",
+            "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0");
+        row("recurrence on, no radio", "chkRecurrence=false radioMonthly=false", "dateeditSetDate",
+            "date=0 rec=1 radios=111 week=0 month=0 radio=none wday=4 mday=0");
     }
 
     void periodMode()
@@ -157,25 +133,6 @@ private slots:
         QVERIFY(build(list(stored)));
         click(list(clicks));
         QTEST(periodState(), "state");
-    }
-
-    void typing_data()
-    {
-        QTest::addColumn<QString>("entry"); // the line edit's name, what is typed, what it shows
-        QTest::newRow("leading zero") << "DataVolume 012 12";
-        QTest::newRow("data: six digits") << "DataVolume 1234567 123456";
-        QTest::newRow("percent: two digits") << "WarnPercent 100 10";
-    }
-
-    void typing()
-    {
-        QFETCH(QString, entry);
-        const QStringList parts = entry.split(QLatin1Char(' '));
-        QVERIFY(build());
-        auto* line = find<QLineEdit>(qPrintable(QStringLiteral("lineEdit") + parts[0]));
-        line->clear();
-        QTest::keyClicks(line, parts[1]);
-        QCOMPARE(line->text(), parts[2]);
     }
 
     // Entries and faults: the entry is cleared (or given "250" when the disk
@@ -195,8 +152,6 @@ private slots:
         QTest::newRow("data volume empty, limit off")
             << QStringList { "chkVolume=false" } << "lineEditDataVolume" << -1 << "IDS_INPUT_DATA_VOLUME"
             << QStringList() << picked;
-        QTest::newRow("time volume empty") << QStringList() << "lineEditTimeVolume" << -1
-                                           << "IDS_INPUT_TIME_VOLUME_LIMIT" << QStringList() << picked;
         QTest::newRow("percentage empty, warning off")
             << QStringList { "chkWarnbefore=false" } << "lineEditWarnPercent" << -1
             << "IDS_INPUT_DATA_WARN_PERCENTAGE" << QStringList() << picked;

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 
 namespace {
 const char* const kVariables[] = { "NETINFO_LIBRARY_PATH", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME" };
@@ -39,27 +40,6 @@ TestHome::~TestHome()
         else
             qputenv(name.constData(), value);
     }
-}
-
-QString TestHome::homePath() const
-{
-    return m_dir.path() + QStringLiteral("/home");
-}
-QString TestHome::pluginDir() const
-{
-    return homePath() + QStringLiteral("/plugins/NetInfoUIExPlugin");
-}
-QString TestHome::dataHome() const
-{
-    return m_dir.path() + QStringLiteral("/data");
-}
-QString TestHome::configHome() const
-{
-    return m_dir.path() + QStringLiteral("/config");
-}
-QString TestHome::userFile(const QString& name) const
-{
-    return dataHome() + QStringLiteral("/netinfo/") + name;
 }
 
 bool TestHome::installDataFile(const QString& name)
@@ -106,11 +86,16 @@ bool TestHome::writeUserFile(const QString& name, const QByteArray& content)
     return writeFile(userFile(name), content);
 }
 
-QString TestHome::sourceDataDir()
+QByteArray TestHome::limitFile(const QStringList& overrides)
 {
-    return QStringLiteral(NETINFO_SOURCE_DATA_DIR);
-}
-QString TestHome::buildHomeDir()
-{
-    return QStringLiteral(NETINFO_BUILD_HOME_DIR);
+    QMap<QString, QString> keys { { "chkRecurrence", "true" }, { "radioDaily", "true" },
+        { "radioWeekly", "false" }, { "radioMonthly", "false" }, { "chkVolume", "true" },
+        { "chkTimeVolume", "false" }, { "SizeVolume", "100" }, { "SizeTimeVolume", "10" },
+        { "chkWarnbefore", "true" }, { "chkWarnAfter", "true" }, { "WarnBeforPercentage", "80" } };
+    for (const QString& line : overrides)
+        keys.insert(line.section(QLatin1Char('='), 0, 0), line.section(QLatin1Char('='), 1));
+    QByteArray text = "[uselimit]\n";
+    for (auto it = keys.cbegin(); it != keys.cend(); ++it)
+        text += (it.key() + QLatin1Char('=') + it.value() + QLatin1Char('\n')).toUtf8();
+    return text;
 }

@@ -22,11 +22,11 @@ public:
     TestHome& operator=(const TestHome&) = delete;
 
     bool isValid() const { return m_dir.isValid(); }
-    QString homePath() const; // <home>
-    QString pluginDir() const; // <home>/plugins/NetInfoUIExPlugin
-    QString dataHome() const; // XDG_DATA_HOME
-    QString configHome() const; // XDG_CONFIG_HOME
-    QString userFile(const QString& name) const; // XDG_DATA_HOME/netinfo/<name>
+    QString homePath() const { return m_dir.path() + QStringLiteral("/home"); }
+    QString pluginDir() const { return homePath() + QStringLiteral("/plugins/NetInfoUIExPlugin"); }
+    QString dataHome() const { return m_dir.path() + QStringLiteral("/data"); } // XDG_DATA_HOME
+    QString configHome() const { return m_dir.path() + QStringLiteral("/config"); } // XDG_CONFIG_HOME
+    QString userFile(const QString& name) const { return dataHome() + QStringLiteral("/netinfo/") + name; }
 
     // Copies a shipped file of the source tree's data/ into the plug-in dir.
     bool installDataFile(const QString& name);
@@ -40,8 +40,13 @@ public:
     // Writes one of the user's own files, making its directory.
     bool writeUserFile(const QString& name, const QByteArray& content);
 
-    static QString sourceDataDir();
-    static QString buildHomeDir();
+    // A usage-limit file: daily recurrence, a 100 MB data limit warned at
+    // 80 %, a 10-hour time limit switched off, both warnings on; each
+    // "key=value" of overrides replaces or adds a key.
+    static QByteArray limitFile(const QStringList& overrides = {});
+
+    static QString sourceDataDir() { return QStringLiteral(NETINFO_SOURCE_DATA_DIR); }
+    static QString buildHomeDir() { return QStringLiteral(NETINFO_BUILD_HOME_DIR); }
 
 private:
     QTemporaryDir m_dir;

@@ -1,17 +1,14 @@
 // The view service in a sandboxed host home with a scripted SDK: rows per
 // switch, live and stored figures, the status panel, host notifications, the
-// settings page, reset and the graph's placement.
+// settings page, reset and the graph's placement; and the stored figures'
+// refresh on its own.
 #include "NetInfoGraphWidget.h"
 #include "NetInfoSettingUIPlugin.h"
-#include "NetInfoUILogic.h"
-#include "NetInfoUIService.h"
 
-#include "CommonUtils.h"
 #include "HostIds.h"
 #include "HostServices.h"
-#include "Sdk.h"
-#include "TestHome.h"
-#include "simulated/SimulatedBackend.h"
+#include "PluginFixture.h"
+#include "view/TreeRows.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -19,29 +16,6 @@
 #include <memory>
 
 namespace {
-
-// The simulated SDK, recording which report kinds were asked for.
-class FailingKindBackend final : public velt::StatisticsBackend
-{
-public:
-    bool isSupported() const override { return true; }
-    int start(velt::TickSink* sink) override { return inner.start(sink); }
-    void stop() override { inner.stop(); }
-    int report(int kind, velt::StatisticsRecord& record) override
-    {
-        asked.append(kind);
-        return inner.report(kind, record);
-    }
-    int history(quint64 seconds, velt::StatisticsRecord& record) override
-    {
-        return inner.history(seconds, record);
-    }
-    int reset(int flag) override { return inner.reset(flag); }
-    int customizeName(QByteArray& name) override { return inner.customizeName(name); }
-
-    velt::SimulatedBackend inner { [] { return qint64(1700000000); } };
-    QList<int> asked;
-};
 
 velt::StatisticsRecord record(
     quint64 sent, quint64 received, qint64 duration = 0, quint32 up = 0, quint32 down = 0)
@@ -65,9 +39,8 @@ class TestViewService : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestHome> m_home;
+    PluginFixture m_fixture;
     std::unique_ptr<QWidget> m_host;
-    FailingKindBackend* m_backend = nullptr;
     velt::SimulatedBackend* m_sdk = nullptr;
     CNetInfoUIService* m_view = nullptr;
     int m_unexpectedBoxes = 0;
@@ -75,22 +48,11 @@ class TestViewService : public QObject
     // Host home with the shipped configuration, the switches in off turned off.
     bool setUp(const QStringList& off = {})
     {
-        m_home = std::make_unique<TestHome>();
-        if (!m_home->isValid() || !m_home->installConfig(off)
-            || !m_home->installDataFile(QStringLiteral("DataUsageLimit.ini"))
-            || !m_home->installDataFile(QStringLiteral("TrendsCtrlProfile.xml")))
+        if (!m_fixture.setUp(
+                off, { QStringLiteral("DataUsageLimit.ini"), QStringLiteral("TrendsCtrlProfile.xml") }))
             return false;
-        auto backend = std::make_unique<FailingKindBackend>();
-        m_backend = backend.get();
-        m_sdk = &backend->inner;
-        velt::Sdk::instance().setBackend(std::move(backend));
-        m_view = CNetInfoUIService::instance();
-        QTest::ignoreMessage(
-            QtWarningMsg, QRegularExpression(QStringLiteral("No such slot .*onResetButtonClicked")));
-        // Kept as the view always made it, though the graph has no such signal.
-        QTest::ignoreMessage(QtWarningMsg,
-            QRegularExpression(QStringLiteral("No such signal GraphWidget::ResetButtonClicked")));
-        m_view->Init();
+        m_sdk = PluginFixture::installSdk();
+        m_view = PluginFixture::initView();
         return true;
     }
 
@@ -133,13 +95,9 @@ private slots:
 
     void cleanup()
     {
-        CommonUtils::SetMessageHook({});
-        if (m_view)
-            m_view->unSDKRegisterEvent();
-        CNetInfoUIService::Destroy();
+        m_fixture.tearDown();
         m_view = nullptr;
         m_host.reset();
-        m_home.reset();
         QCOMPARE(m_unexpectedBoxes, 0);
     }
 
@@ -169,12 +127,9 @@ private slots:
         QFETCH(int, topLevelCount);
         QTreeWidget* tree = show(off);
         QVERIFY(tree);
-        // Without a limit feature there is no settings page and the bars never scroll.
-        const bool limits = topLevelCount == 2;
-        QCOMPARE(m_view->GetModuleName(), limits ? QStringLiteral("IDS_SETTING_NAME") : QString());
-        const Qt::ScrollBarPolicy scrolling = limits ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
-        QVERIFY(
-            tree->verticalScrollBarPolicy() == scrolling && tree->horizontalScrollBarPolicy() == scrolling);
+        // Without a limit feature there is no settings page.
+        QCOMPARE(
+            m_view->GetModuleName(), topLevelCount == 2 ? QStringLiteral("IDS_SETTING_NAME") : QString());
         QCOMPARE(tree->topLevelItemCount(), topLevelCount);
         QStringList children;
         for (int i = 0; i < tree->topLevelItem(0)->childCount(); ++i)
@@ -223,26 +178,18 @@ private slots:
         QCOMPARE(handed.first().at(1).toUInt(), HostIds::EventStatusPanel);
         QCOMPARE(handed.first().at(3).value<quintptr>(), quintptr(0));
         auto* panel = reinterpret_cast<QWidget*>(handed.first().at(2).value<quintptr>());
-        auto* form = qobject_cast<QFormLayout*>(panel->layout());
-        QVERIFY(form);
-        QCOMPARE(form->rowCount(), 6);
 
-        // Per row: label name, caption, value at first and after a tick whose totals pass 2^32 bytes.
+        // Per row: label name, value at first and after a tick whose totals pass 2^32 bytes.
         const QByteArray duration = shown.toLatin1();
-        const char* const rows[6][4] = { { "Duration", "IDS_STA_DURATION", duration.constData(), "00:01:05" },
-            { "UpSpeed", "IDS_STA_UPSPEED", "0 IDS_UNIT_BPS", "2.00 IDS_UNIT_KBPS" },
-            { "Downloadspeed", "IDS_STA_DOWNSPEED", "0 IDS_UNIT_BPS", "512 IDS_UNIT_BPS" },
-            { "DataSent", "IDS_STA_DATASENT", "0 IDS_UNIT_BYTE", "2.79 IDS_UNIT_GB" },
-            { "DataReceived", "IDS_STA_DATARECEIVED", "0 IDS_UNIT_BYTE", "1.86 IDS_UNIT_GB" },
-            { "TotalData", "IDS_STA_TOTALDATA", "0 IDS_UNIT_BYTE", "4.66 IDS_UNIT_GB" } };
-        for (int row = 0; row < 6; ++row) {
-            const QString name = QStringLiteral("StatisticsData_") + QLatin1String(rows[row][0]);
-            QCOMPARE(qobject_cast<QLabel*>(form->itemAt(row, QFormLayout::LabelRole)->widget())->text(),
-                rows[row][1]);
-            QCOMPARE(qobject_cast<QLabel*>(form->itemAt(row, QFormLayout::FieldRole)->widget())->text(),
-                rows[row][2]);
-            QCOMPARE(label(panel, name), QLatin1String(rows[row][2]));
-        }
+        const char* const rows[6][3] = { { "Duration", duration.constData(), "00:01:05" },
+            { "UpSpeed", "0 IDS_UNIT_BPS", "2.00 IDS_UNIT_KBPS" },
+            { "Downloadspeed", "0 IDS_UNIT_BPS", "512 IDS_UNIT_BPS" },
+            { "DataSent", "0 IDS_UNIT_BYTE", "2.79 IDS_UNIT_GB" },
+            { "DataReceived", "0 IDS_UNIT_BYTE", "1.86 IDS_UNIT_GB" },
+            { "TotalData", "0 IDS_UNIT_BYTE", "4.66 IDS_UNIT_GB" } };
+        for (int row = 0; row < 6; ++row)
+            QCOMPARE(
+                label(panel, QStringLiteral("StatisticsData_") + rows[row][0]), QLatin1String(rows[row][1]));
 
         m_sdk->setReport(VELT_REPORT_LIVE, record(3000000000ull, 2000000000ull, 65, 2048, 512));
         m_sdk->setConnected(true);
@@ -251,7 +198,7 @@ private slots:
         QCOMPARE(label(panel, QStringLiteral("StatisticsData_DataSent")), QStringLiteral("0 IDS_UNIT_BYTE"));
         for (int row = 0; row < 6; ++row)
             QTRY_COMPARE(
-                label(panel, QStringLiteral("StatisticsData_") + rows[row][0]), QLatin1String(rows[row][3]));
+                label(panel, QStringLiteral("StatisticsData_") + rows[row][0]), QLatin1String(rows[row][2]));
         QTreeWidgetItem* upload = tree->topLevelItem(0)->child(1);
         QCOMPARE(upload->child(0)->text(0), QStringLiteral("IDS_TREE_SPEED 2.00 IDS_UNIT_KBPS"));
         QCOMPARE(upload->child(1)->text(0), QStringLiteral("IDS_TREE_DATA 2.79 IDS_UNIT_GB"));
@@ -291,7 +238,7 @@ private slots:
             asked << QString::number(box.icon());
             return answer;
         });
-        m_backend->asked.clear();
+        const int reads = m_sdk->callCount(velt::SdkCall::GetReport);
         QAbstractButton* button
             = m_host->findChild<QPushButton*>(QStringLiteral("NetInfoGraphWidget_ResetButton"));
         QAction* action = tree->findChild<QAction*>(QStringLiteral("NetInfoUIPlugin_ActionResetAll"));
@@ -302,7 +249,7 @@ private slots:
             (QStringList { "IDS_CONFIRM", "IDS_RESET_QUERY", "NetInfoUIPlugin_WidgetParent", "IDS_YES",
                 "IDS_NO", QString::number(QMessageBox::Question) }));
         const bool confirmed = answer == QMessageBox::Ok;
-        QCOMPARE(m_backend->asked.isEmpty(), !confirmed); // no refresh unless reset
+        QCOMPARE(m_sdk->callCount(velt::SdkCall::GetReport) > reads, confirmed); // no refresh unless reset
         QStringList zeros;
         for (int row = 0; row < 6; ++row)
             zeros << QStringLiteral("IDS_TREE_%1_DATA 0 IDS_UNIT_BYTE")
@@ -345,6 +292,40 @@ private slots:
             QVERIFY(ok ? m_view->OnClickSettingOkButton() : m_view->OnClickSettingCancelButton());
             QVERIFY(!m_view->IsActiveSetting() && !page->parentWidget());
         }
+    }
+
+    // Periods are asked daily, monthly, yearly, weekly; the first failure
+    // stops the refresh and leaves the kept copies and reset time alone.
+    void refresh_data()
+    {
+        QTest::addColumn<int>("failing"); // -1: none
+        QTest::addColumn<QList<int>>("asked");
+        QTest::addColumn<bool>("complete");
+        QTest::newRow("all answer") << -1 << QList<int> { 0, 2, 3, 1 } << true;
+        QTest::newRow("month fails") << int(NETINFO_MONTHLY) << QList<int> { 0, 2 } << false;
+        QTest::newRow("week fails last") << int(NETINFO_WEEKLY) << QList<int> { 0, 2, 3, 1 } << false;
+    }
+
+    void refresh()
+    {
+        QFETCH(int, failing);
+        QFETCH(bool, complete);
+        view::StatisticsSnapshot snapshot;
+        snapshot.lastReset = QStringLiteral("old");
+        QList<int> asked;
+        const bool done = snapshot.refresh(
+            [&](_enNetInfoType type, NetInfoData& data) {
+                asked << type;
+                data.ullUpData = 100 + type;
+                return int(type) == failing;
+            },
+            [](QString& text) { text += QStringLiteral("new"); });
+        QCOMPARE(done, complete);
+        QTEST(asked, "asked");
+        QCOMPARE(snapshot.lastReset, complete ? QStringLiteral("new") : QStringLiteral("old"));
+        // The daily record is fetched either way; its kept copy only when complete.
+        QCOMPARE(snapshot.record(view::LimitPeriod::Daily).ullUpData, 100ull);
+        QCOMPARE(snapshot.kept(view::LimitPeriod::Daily).ullUpData, complete ? 100ull : 0ull);
     }
 };
 
