@@ -1,7 +1,9 @@
 #include "LimitNotices.h"
 
 #include "HostPaths.h"
+#include "UsageSource.h"
 
+#include <QFileInfo>
 #include <QLockFile>
 #include <QLoggingCategory>
 #include <QSysInfo>
@@ -10,6 +12,37 @@
 #include <csignal>
 
 Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
+
+namespace {
+
+// The ledger read-only and open for good: each check sees what the writer
+// committed since the last one (a new read transaction per query).
+class KeptLedger final : public report::UsageSource
+{
+public:
+    explicit KeptLedger(const QString& path)
+        : m_ledger(path, velt::LedgerAccess::ReadOnly)
+    { }
+
+    velt::UsageLedger& ledger() { return m_ledger; }
+
+    QList<report::KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) override
+    {
+        return m_ledger.usageByKey(fromSeconds, untilSeconds);
+    }
+
+    qint64 adjustment(qint64 periodStart) override
+    {
+        // Adjustments are held in memory: catch up with the writer's first.
+        m_ledger.refresh();
+        return m_ledger.adjustmentTotal(periodStart);
+    }
+
+private:
+    velt::UsageLedger m_ledger;
+};
+
+} // namespace
 
 LimitNotices::Files LimitNotices::defaults()
 {
@@ -24,6 +57,8 @@ LimitNotices::LimitNotices(Files files, const QDBusConnection& bus, QObject* par
     , m_watch(m_files.limits, m_files.state)
     , m_notifier(bus)
 { }
+
+LimitNotices::~LimitNotices() = default;
 
 QString LimitNotices::summary(notify::Crossing crossing)
 {
@@ -44,8 +79,23 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
 {
     notify::PeriodFigures figures;
     QString error;
-    if (!notify::LimitWatch::periodFigures(
-            m_files.ledger, m_files.hostSettings, m_files.limits, now, figures, error)) {
+    // A ledger deleted meanwhile is opened afresh once it is back.
+    if (m_ledger && !QFileInfo::exists(m_files.ledger))
+        m_ledger.reset();
+    if (!m_ledger) {
+        if (!QFileInfo::exists(m_files.ledger)) {
+            error = QStringLiteral("%1 does not exist: nothing has been recorded yet").arg(m_files.ledger);
+        } else {
+            auto kept = std::make_unique<KeptLedger>(m_files.ledger);
+            if (kept->ledger().isOpen())
+                m_ledger = std::move(kept);
+            else
+                error = QStringLiteral("cannot read %1: %2").arg(m_files.ledger, kept->ledger().problem());
+        }
+    }
+    if (!m_ledger
+        || !notify::LimitWatch::periodFigures(
+            *m_ledger, m_files.hostSettings, m_files.limits, now, figures)) {
         if (error != m_lastError)
             qCWarning(lcNotifier, "no limit warnings for now: %s", qUtf8Printable(error));
         m_lastError = error;

@@ -8,6 +8,12 @@
 
 #include <QObject>
 
+#include <memory>
+
+namespace report {
+class UsageSource;
+}
+
 class LimitNotices : public QObject
 {
     Q_OBJECT
@@ -24,6 +30,7 @@ public:
 
     explicit LimitNotices(
         Files files, const QDBusConnection& bus = QDBusConnection::sessionBus(), QObject* parent = nullptr);
+    ~LimitNotices() override;
 
     // Reads the period's use and checks it; false (logged once) when the
     // ledger cannot be read.
@@ -50,4 +57,6 @@ private:
     DesktopNotifier m_notifier;
     notify::LimitStatus m_status;
     QString m_lastError;
+    // Kept open between refreshes, read-only.
+    std::unique_ptr<report::UsageSource> m_ledger;
 };
