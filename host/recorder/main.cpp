@@ -156,13 +156,15 @@ void watchLimits(
         if (!QProcess::startDetached(program, {}))
             qCWarning(lcRecorder, "cannot start %s", qUtf8Printable(program));
     });
-    QObject::connect(&limitTimer, &QTimer::timeout, qApp, [&notices, &backend] {
-        const velt::RecordingStatus status = backend.recordingStatus();
-        // Disconnect needs one device to act on; several counted links get no such button.
-        if (status.recording)
-            notices.refresh(LimitNotices::applicationRunning(),
-                status.counted.size() == 1 ? status.counted.first() : QString());
-    });
+    // Without the user's limits file no warning can be due: the ledger is not read.
+    QObject::connect(
+        &limitTimer, &QTimer::timeout, qApp, [&notices, &backend, limits = LimitNotices::defaults().limits] {
+            const velt::RecordingStatus status = backend.recordingStatus();
+            // Disconnect needs one device to act on; several counted links get no such button.
+            if (status.recording && QFileInfo::exists(limits))
+                notices.refresh(LimitNotices::applicationRunning(),
+                    status.counted.size() == 1 ? status.counted.first() : QString());
+        });
     limitTimer.start(10000);
 }
 
