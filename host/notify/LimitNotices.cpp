@@ -3,6 +3,7 @@
 #include "HostPaths.h"
 #include "UsageSource.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QLoggingCategory>
@@ -10,21 +11,34 @@
 
 #include <cerrno>
 #include <csignal>
+#include <sys/stat.h>
 
 Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
 
 namespace {
 
+// The file's identity: 0 when it does not exist.
+quint64 fileId(const QString& path)
+{
+    struct stat info;
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? quint64(info.st_ino) : 0;
+}
+
+} // namespace
+
 // The ledger read-only and open for good: each check sees what the writer
 // committed since the last one (a new read transaction per query).
-class KeptLedger final : public report::UsageSource
+class LimitNotices::KeptLedger final : public report::UsageSource
 {
 public:
     explicit KeptLedger(const QString& path)
         : m_ledger(path, velt::LedgerAccess::ReadOnly)
+        , m_id(fileId(path))
     { }
 
     velt::UsageLedger& ledger() { return m_ledger; }
+    // Still the file at that path: not deleted, nor set aside and replaced.
+    bool isCurrent(const QString& path) const { return m_id != 0 && fileId(path) == m_id; }
 
     QList<report::KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) override
     {
@@ -40,9 +54,8 @@ public:
 
 private:
     velt::UsageLedger m_ledger;
+    quint64 m_id;
 };
-
-} // namespace
 
 LimitNotices::Files LimitNotices::defaults()
 {
@@ -79,8 +92,8 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
 {
     notify::PeriodFigures figures;
     QString error;
-    // A ledger deleted meanwhile is opened afresh once it is back.
-    if (m_ledger && !QFileInfo::exists(m_files.ledger))
+    // A ledger deleted or replaced meanwhile is opened afresh.
+    if (m_ledger && !m_ledger->isCurrent(m_files.ledger))
         m_ledger.reset();
     if (!m_ledger) {
         if (!QFileInfo::exists(m_files.ledger)) {

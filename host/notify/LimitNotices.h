@@ -10,10 +10,6 @@
 
 #include <memory>
 
-namespace report {
-class UsageSource;
-}
-
 class LimitNotices : public QObject
 {
     Q_OBJECT
@@ -58,5 +54,6 @@ private:
     notify::LimitStatus m_status;
     QString m_lastError;
     // Kept open between refreshes, read-only.
-    std::unique_ptr<report::UsageSource> m_ledger;
+    class KeptLedger;
+    std::unique_ptr<KeptLedger> m_ledger;
 };
