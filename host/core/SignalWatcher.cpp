@@ -1,7 +1,6 @@
 #include "SignalWatcher.h"
 
-#include "HostLog.h"
-
+#include <QLoggingCategory>
 #include <QSocketNotifier>
 
 #include <array>
@@ -12,6 +11,8 @@
 #include <unistd.h>
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcHost, "netinfo.host")
 
 constexpr std::array<int, 3> kSignals = { SIGTERM, SIGINT, SIGHUP };
 // The self-pipe: the handler may only write(), so the event loop does the rest.

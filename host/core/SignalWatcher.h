@@ -3,13 +3,11 @@
 // commits the usage) instead of dropping everything not yet written.
 #pragma once
 
-#include "hostcore_export.h"
-
 #include <QObject>
 
 class QSocketNotifier;
 
-class HOSTCORE_EXPORT SignalWatcher : public QObject
+class SignalWatcher : public QObject
 {
     Q_OBJECT
 public:

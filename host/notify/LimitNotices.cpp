@@ -1,15 +1,61 @@
 #include "LimitNotices.h"
 
 #include "HostPaths.h"
+#include "UsageSource.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QLoggingCategory>
 #include <QSysInfo>
 
 #include <cerrno>
 #include <csignal>
+#include <sys/stat.h>
 
 Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
+
+namespace {
+
+// The file's identity: 0 when it does not exist.
+quint64 fileId(const QString& path)
+{
+    struct stat info;
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? quint64(info.st_ino) : 0;
+}
+
+} // namespace
+
+// The ledger read-only and open for good: each check sees what the writer
+// committed since the last one (a new read transaction per query).
+class LimitNotices::KeptLedger final : public report::UsageSource
+{
+public:
+    explicit KeptLedger(const QString& path)
+        : m_ledger(path, velt::LedgerAccess::ReadOnly)
+        , m_id(fileId(path))
+    { }
+
+    velt::UsageLedger& ledger() { return m_ledger; }
+    // Still the file at that path: not deleted, nor set aside and replaced.
+    bool isCurrent(const QString& path) const { return m_id != 0 && fileId(path) == m_id; }
+
+    QList<report::KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) override
+    {
+        return m_ledger.usageByKey(fromSeconds, untilSeconds);
+    }
+
+    qint64 adjustment(qint64 periodStart) override
+    {
+        // Adjustments are held in memory: catch up with the writer's first.
+        m_ledger.refresh();
+        return m_ledger.adjustmentTotal(periodStart);
+    }
+
+private:
+    velt::UsageLedger m_ledger;
+    quint64 m_id;
+};
 
 LimitNotices::Files LimitNotices::defaults()
 {
@@ -24,6 +70,8 @@ LimitNotices::LimitNotices(Files files, const QDBusConnection& bus, QObject* par
     , m_watch(m_files.limits, m_files.state)
     , m_notifier(bus)
 { }
+
+LimitNotices::~LimitNotices() = default;
 
 QString LimitNotices::summary(notify::Crossing crossing)
 {
@@ -44,8 +92,23 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
 {
     notify::PeriodFigures figures;
     QString error;
-    if (!notify::LimitWatch::periodFigures(
-            m_files.ledger, m_files.hostSettings, m_files.limits, now, figures, error)) {
+    // A ledger deleted or replaced meanwhile is opened afresh.
+    if (m_ledger && !m_ledger->isCurrent(m_files.ledger))
+        m_ledger.reset();
+    if (!m_ledger) {
+        if (!QFileInfo::exists(m_files.ledger)) {
+            error = QStringLiteral("%1 does not exist: nothing has been recorded yet").arg(m_files.ledger);
+        } else {
+            auto kept = std::make_unique<KeptLedger>(m_files.ledger);
+            if (kept->ledger().isOpen())
+                m_ledger = std::move(kept);
+            else
+                error = QStringLiteral("cannot read %1: %2").arg(m_files.ledger, kept->ledger().problem());
+        }
+    }
+    if (!m_ledger
+        || !notify::LimitWatch::periodFigures(
+            *m_ledger, m_files.hostSettings, m_files.limits, now, figures)) {
         if (error != m_lastError)
             qCWarning(lcNotifier, "no limit warnings for now: %s", qUtf8Printable(error));
         m_lastError = error;

@@ -8,6 +8,8 @@
 
 #include <QObject>
 
+#include <memory>
+
 class LimitNotices : public QObject
 {
     Q_OBJECT
@@ -24,6 +26,7 @@ public:
 
     explicit LimitNotices(
         Files files, const QDBusConnection& bus = QDBusConnection::sessionBus(), QObject* parent = nullptr);
+    ~LimitNotices() override;
 
     // Reads the period's use and checks it; false (logged once) when the
     // ledger cannot be read.
@@ -50,4 +53,7 @@ private:
     DesktopNotifier m_notifier;
     notify::LimitStatus m_status;
     QString m_lastError;
+    // Kept open between refreshes, read-only.
+    class KeptLedger;
+    std::unique_ptr<KeptLedger> m_ledger;
 };

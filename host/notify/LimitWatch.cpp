@@ -118,36 +118,63 @@ LimitStatus LimitWatch::status(const PeriodFigures& figures, const QDate& today)
     return status;
 }
 
+namespace {
+    // The limit's current period into figures' bounds; false when no period applies.
+    bool limitPeriod(const QString& hostSettings, const QString& limitFile, const QDateTime& now,
+        PeriodFigures& figures, report::Period& period)
+    {
+        const report::LimitSettings limit = report::readLimitSettings(limitFile);
+        const velt::PeriodSettings periods = velt::PeriodSettingsReader(hostSettings).settings();
+        const QList<report::Period> all = report::currentPeriods(now, periods, limit);
+        if (all.isEmpty())
+            return false;
+        period = all.last(); // the limit's
+        figures.start = period.start;
+        switch (limit.kind) {
+        case report::LimitSettings::Kind::Daily:
+            figures.end = period.start.addDays(1);
+            break;
+        case report::LimitSettings::Kind::Weekly:
+            figures.end = period.start.addDays(7);
+            break;
+        case report::LimitSettings::Kind::Monthly:
+            figures.end = period.start.addMonths(1);
+            break;
+        case report::LimitSettings::Kind::FromDate:
+            figures.end = QDateTime();
+            break;
+        }
+        return true;
+    }
+
+    void periodUse(report::UsageSource& source, const report::Period& period, PeriodFigures& figures)
+    {
+        const QList<report::PeriodUsage> used = report::collect(source, { period });
+        figures.bytes = used.isEmpty() ? 0 : used.first().total.received + used.first().total.sent;
+        figures.seconds = used.isEmpty() ? 0 : used.first().total.connectedMs / 1000;
+    }
+} // namespace
+
 bool LimitWatch::periodFigures(const QString& ledgerPath, const QString& hostSettings,
     const QString& limitFile, const QDateTime& now, PeriodFigures& figures, QString& error)
 {
-    const report::LimitSettings limit = report::readLimitSettings(limitFile);
-    const velt::PeriodSettings periods = velt::PeriodSettingsReader(hostSettings).settings();
-    const QList<report::Period> all = report::currentPeriods(now, periods, limit);
-    if (all.isEmpty())
+    report::Period period;
+    if (!limitPeriod(hostSettings, limitFile, now, figures, period))
         return false;
-    const report::Period& period = all.last(); // the limit's
-    figures.start = period.start;
-    switch (limit.kind) {
-    case report::LimitSettings::Kind::Daily:
-        figures.end = period.start.addDays(1);
-        break;
-    case report::LimitSettings::Kind::Weekly:
-        figures.end = period.start.addDays(7);
-        break;
-    case report::LimitSettings::Kind::Monthly:
-        figures.end = period.start.addMonths(1);
-        break;
-    case report::LimitSettings::Kind::FromDate:
-        figures.end = QDateTime();
-        break;
-    }
     std::unique_ptr<report::UsageSource> source = report::openLedger(ledgerPath, error);
     if (!source)
         return false;
-    const QList<report::PeriodUsage> used = report::collect(*source, { period });
-    figures.bytes = used.isEmpty() ? 0 : used.first().total.received + used.first().total.sent;
-    figures.seconds = used.isEmpty() ? 0 : used.first().total.connectedMs / 1000;
+    periodUse(*source, period, figures);
+    return true;
+}
+
+bool LimitWatch::periodFigures(report::UsageSource& source, const QString& hostSettings,
+    const QString& limitFile, const QDateTime& now, PeriodFigures& figures)
+{
+    report::Period period;
+    if (!limitPeriod(hostSettings, limitFile, now, figures, period))
+        return false;
+    periodUse(source, period, figures);
     return true;
 }
 

@@ -11,6 +11,10 @@
 #include <QMetaType>
 #include <QString>
 
+namespace report {
+class UsageSource;
+}
+
 namespace notify {
 
 enum class Crossing { DataWarning, DataLimit, TimeWarning, TimeLimit };
@@ -59,6 +63,10 @@ public:
     // the ledger at ledgerPath; false with the reason when unreadable.
     static bool periodFigures(const QString& ledgerPath, const QString& hostSettings,
         const QString& limitFile, const QDateTime& now, PeriodFigures& figures, QString& error);
+    // The same from a ledger the caller keeps open: opening one checks the
+    // whole file, far dearer than the period's query.
+    static bool periodFigures(report::UsageSource& source, const QString& hostSettings,
+        const QString& limitFile, const QDateTime& now, PeriodFigures& figures);
 
     static QString textKey(Crossing crossing);
 

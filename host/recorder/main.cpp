@@ -17,6 +17,7 @@
 #include <QSaveFile>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 Q_LOGGING_CATEGORY(lcRecorder, "netinfo.recorder")
@@ -45,6 +46,9 @@ QString describe(const velt::RecordingStatus& status)
 }
 
 constexpr int kTextfileMs = 60 * 1000;
+// Each wake-up of the sampler costs about as much as the sample itself; the
+// application, which shows the live speeds, samples every second on its own.
+constexpr int kDefaultIntervalSeconds = 5;
 
 // The node exporter's textfile collector reads every *.prom in the directory:
 // it must never see half a file, hence QSaveFile (a temporary file renamed
@@ -88,7 +92,13 @@ int parseArguments(QCoreApplication& app, velt::LinuxOptions& options, QString& 
                        "and on stop) for a metrics collector such as the node "
                        "exporter's textfile collector."),
         QStringLiteral("dir"));
-    parser.addOptions({ interface, verbose, textfile });
+    const QCommandLineOption interval(QStringLiteral("interval"),
+        QStringLiteral("Read the counters every <seconds> (1 to 60, default %1). The "
+                       "application shows the live speeds on its own, so a slower pace "
+                       "loses no traffic; usage is still written every 10 s.")
+            .arg(kDefaultIntervalSeconds),
+        QStringLiteral("seconds"));
+    parser.addOptions({ interface, verbose, textfile, interval });
     parser.process(app);
     if (parser.isSet(verbose))
         QLoggingCategory::setFilterRules(QStringLiteral("netinfo.*.debug=true"));
@@ -104,6 +114,18 @@ int parseArguments(QCoreApplication& app, velt::LinuxOptions& options, QString& 
             return 2;
         }
         options.interfaceNames << name.trimmed();
+    }
+    if (parser.isSet(interval)) {
+        bool ok = false;
+        const int seconds = parser.value(interval).toInt(&ok);
+        if (!ok || seconds < 1 || seconds > 60) {
+            qCCritical(lcRecorder, "--interval needs a number of seconds from 1 to 60, not \"%s\"",
+                qUtf8Printable(parser.value(interval)));
+            return 2;
+        }
+        options.interval = std::chrono::seconds(seconds);
+    } else {
+        options.interval = std::chrono::seconds(kDefaultIntervalSeconds);
     }
     textfileDir = parser.value(textfile);
     if (parser.isSet(textfile) && !QFileInfo(textfileDir).isDir()) {
@@ -134,13 +156,15 @@ void watchLimits(
         if (!QProcess::startDetached(program, {}))
             qCWarning(lcRecorder, "cannot start %s", qUtf8Printable(program));
     });
-    QObject::connect(&limitTimer, &QTimer::timeout, qApp, [&notices, &backend] {
-        const velt::RecordingStatus status = backend.recordingStatus();
-        // Disconnect needs one device to act on; several counted links get no such button.
-        if (status.recording)
-            notices.refresh(LimitNotices::applicationRunning(),
-                status.counted.size() == 1 ? status.counted.first() : QString());
-    });
+    // Without the user's limits file no warning can be due: the ledger is not read.
+    QObject::connect(
+        &limitTimer, &QTimer::timeout, qApp, [&notices, &backend, limits = LimitNotices::defaults().limits] {
+            const velt::RecordingStatus status = backend.recordingStatus();
+            // Disconnect needs one device to act on; several counted links get no such button.
+            if (status.recording && QFileInfo::exists(limits))
+                notices.refresh(LimitNotices::applicationRunning(),
+                    status.counted.size() == 1 ? status.counted.first() : QString());
+        });
     limitTimer.start(10000);
 }
 
@@ -191,21 +215,20 @@ int main(int argc, char* argv[])
     qCInfo(lcRecorder, "started (process %lld): %s", QCoreApplication::applicationPid(),
         qUtf8Printable(lastState));
 
-    // What is counted changes with the links; say so when it does, not every second.
-    QTimer statusTimer;
-    QObject::connect(&statusTimer, &QTimer::timeout, &app, [&] {
-        const QString state = describe(backend->recordingStatus());
-        if (state != lastState)
-            qCInfo(lcRecorder, "%s", qUtf8Printable(state));
-        lastState = state;
-    });
-    statusTimer.start(5000);
-
     // While this process records, the limit warnings are its to give.
     LimitNotices notices(LimitNotices::defaults());
     NetworkManagerControl control;
     QTimer limitTimer;
     watchLimits(notices, control, *backend, limitTimer);
+    // What is counted changes with the links; say so when it does, not every
+    // second. The limit check's timer serves: each wake-up of an idle
+    // process costs more than the check itself.
+    QObject::connect(&limitTimer, &QTimer::timeout, &app, [&] {
+        const QString state = describe(backend->recordingStatus());
+        if (state != lastState)
+            qCInfo(lcRecorder, "%s", qUtf8Printable(state));
+        lastState = state;
+    });
 
     const QString ledgerPath = options.databasePath.isEmpty()
         ? HostPaths::userDataDir() + QStringLiteral("/usage.sqlite")

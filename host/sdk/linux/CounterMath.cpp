@@ -38,8 +38,8 @@ qint64 counterAdvance(quint64 before, quint64 after, quint64 capacity)
     return advance <= capacity ? qint64(advance) : -1;
 }
 
-CounterDelta counterDelta(
-    const CounterReading& previous, const CounterReading& current, quint64 linkBytesPerSecond)
+CounterDelta counterDelta(const CounterReading& previous, const CounterReading& current,
+    quint64 linkBytesPerSecond, qint64 maxGapMs)
 {
     CounterDelta delta;
     if (current.state != CounterReading::Present || previous.state == CounterReading::Unknown)
@@ -60,7 +60,7 @@ CounterDelta counterDelta(
     }
     delta.received = quint64(received);
     delta.sent = quint64(sent);
-    if (!recreated && elapsed > 0 && elapsed <= kMaxObservedGapMs) {
+    if (!recreated && elapsed > 0 && elapsed <= maxGapMs) {
         delta.elapsedMs = elapsed;
         delta.receiveSpeed = speed(delta.received, elapsed);
         delta.sendSpeed = speed(delta.sent, elapsed);
@@ -68,11 +68,16 @@ CounterDelta counterDelta(
     return delta;
 }
 
-qint64 connectedInterval(bool wasConnected, bool isConnected, qint64 elapsedMs)
+qint64 connectedInterval(bool wasConnected, bool isConnected, qint64 elapsedMs, qint64 maxGapMs)
 {
-    if (!wasConnected || !isConnected || elapsedMs <= 0 || elapsedMs > kMaxObservedGapMs)
+    if (!wasConnected || !isConnected || elapsedMs <= 0 || elapsedMs > maxGapMs)
         return 0;
     return elapsedMs;
+}
+
+qint64 maxObservedGapMs(qint64 intervalMs)
+{
+    return std::max(kMaxObservedGapMs, 2 * intervalMs);
 }
 
 } // namespace velt

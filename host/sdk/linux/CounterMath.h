@@ -33,7 +33,8 @@ struct CounterDelta
 };
 
 // Intervals longer than this were not observed (suspend, a stalled process):
-// their bytes count, but they yield no speed and no connected time.
+// their bytes count, but they yield no speed and no connected time. A slower
+// sampler raises the bound to twice its interval (maxObservedGapMs).
 constexpr qint64 kMaxObservedGapMs = 5000;
 // For links that do not report a speed (modems, virtual links).
 constexpr quint64 kDefaultLinkBytesPerSecond = 10'000'000'000ull / 8;
@@ -52,11 +53,14 @@ VELTSDK_EXPORT qint64 counterAdvance(quint64 before, quint64 after, quint64 capa
 // The traffic between two readings. Nothing is counted without a known
 // earlier reading; an interface that appeared or was re-created (new
 // ifindex) counts from zero; a missing interface counts nothing.
-VELTSDK_EXPORT CounterDelta counterDelta(
-    const CounterReading& previous, const CounterReading& current, quint64 linkBytesPerSecond = 0);
+VELTSDK_EXPORT CounterDelta counterDelta(const CounterReading& previous, const CounterReading& current,
+    quint64 linkBytesPerSecond = 0, qint64 maxGapMs = kMaxObservedGapMs);
 
 // Connected time between two samples: only when connected at both and the
 // interval was observed.
-VELTSDK_EXPORT qint64 connectedInterval(bool wasConnected, bool isConnected, qint64 elapsedMs);
+VELTSDK_EXPORT qint64 connectedInterval(
+    bool wasConnected, bool isConnected, qint64 elapsedMs, qint64 maxGapMs = kMaxObservedGapMs);
+// The longest interval still observed for a sampler of that interval.
+VELTSDK_EXPORT qint64 maxObservedGapMs(qint64 intervalMs);
 
 } // namespace velt

@@ -406,28 +406,46 @@ bool UsageLedger::prepareStatements(QString& reason)
 }
 
 // The reset time, the flags and the baselines as the file has them now.
+// A statement kept prepared while the connection lasts; null when it cannot
+// be prepared yet (a table not created), so the next call tries again. Each
+// use ends with finish(): an unfinished statement holds its read snapshot.
+QSqlQuery* UsageLedger::kept(std::unique_ptr<QSqlQuery>& query, const QString& text)
+{
+    if (!query) {
+        auto prepared = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_connection, false));
+        prepared->setForwardOnly(true);
+        if (!prepared->prepare(text))
+            return nullptr;
+        query = std::move(prepared);
+    }
+    return query.get();
+}
+
 void UsageLedger::loadState()
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection, false));
-    if (query.exec(QStringLiteral("SELECT key, value FROM meta"))) {
-        while (query.next()) {
-            const QString key = query.value(0).toString();
+    if (QSqlQuery* query = kept(m_readMeta, QStringLiteral("SELECT key, value FROM meta"));
+        query && query->exec()) {
+        while (query->next()) {
+            const QString key = query->value(0).toString();
             if (key == QLatin1String("reset_time"))
-                m_resetTime = query.value(1).toLongLong();
+                m_resetTime = query->value(1).toLongLong();
             else if (key.startsWith(QLatin1String("flag.")))
                 m_flags[key.mid(5)] = true;
         }
+        query->finish();
     }
-    if (query.exec(
-            QStringLiteral("SELECT interface, boot_id, ifindex, received, sent, taken_ms FROM baseline"))) {
-        while (query.next()) {
-            const QString name = query.value(0).toString();
+    if (QSqlQuery* query = kept(m_readBaselines,
+            QStringLiteral("SELECT interface, boot_id, ifindex, received, sent, taken_ms FROM baseline"));
+        query && query->exec()) {
+        while (query->next()) {
+            const QString name = query->value(0).toString();
             if (m_dirtyBaselines.count(name))
                 continue; // ours, not yet written, is newer
-            m_baselines[name] = CounterBaseline { name, query.value(1).toByteArray(), query.value(2).toUInt(),
-                quint64(std::max<qint64>(query.value(3).toLongLong(), 0)),
-                quint64(std::max<qint64>(query.value(4).toLongLong(), 0)), query.value(5).toLongLong() };
+            m_baselines[name] = CounterBaseline { name, query->value(1).toByteArray(),
+                query->value(2).toUInt(), quint64(std::max<qint64>(query->value(3).toLongLong(), 0)),
+                quint64(std::max<qint64>(query->value(4).toLongLong(), 0)), query->value(5).toLongLong() };
         }
+        query->finish();
     }
     loadAdjustments();
     m_committedCache.clear();
@@ -440,6 +458,10 @@ void UsageLedger::closeConnection()
     m_writeBaseline.reset();
     m_sum.reset();
     m_dataVersion.reset();
+    m_readMeta.reset();
+    m_readBaselines.reset();
+    m_readAdjustments.reset();
+    m_readByKey.reset();
     m_setUp = false;
     m_dataVersionSeen = -1;
     if (m_connection.isEmpty())
@@ -717,20 +739,23 @@ QList<KeyedUsage> UsageLedger::usageByKey(qint64 fromSeconds, qint64 untilSecond
         open();
     const qint64 firstBucket = bucketStart(fromSeconds);
     std::map<UsageKey, Usage> byKey;
-    if (isOpen() && m_sum) {
-        QSqlQuery query(QSqlDatabase::database(m_connection, false));
-        query.prepare(QStringLiteral("SELECT interface, connection, received, sent, connected_ms FROM usage"
-                                     " WHERE bucket >= ? AND bucket < ?"));
-        query.addBindValue(firstBucket);
-        query.addBindValue(untilSeconds);
-        if (!query.exec())
+    QSqlQuery* query = isOpen() && m_sum
+        ? kept(m_readByKey,
+            QStringLiteral("SELECT interface, connection, received, sent, connected_ms FROM usage"
+                           " WHERE bucket >= ? AND bucket < ?"))
+        : nullptr;
+    if (query) {
+        query->bindValue(0, firstBucket);
+        query->bindValue(1, untilSeconds);
+        if (!query->exec())
             qCWarning(lcLinux, "UsageLedger: cannot read %s: %s", qUtf8Printable(m_path),
-                qUtf8Printable(query.lastError().text()));
-        while (query.next()) {
-            const auto value = [&query](int i) { return std::max<qint64>(query.value(i).toLongLong(), 0); };
-            byKey[UsageKey { query.value(0).toString(), query.value(1).toString() }]
+                qUtf8Printable(query->lastError().text()));
+        while (query->next()) {
+            const auto value = [query](int i) { return std::max<qint64>(query->value(i).toLongLong(), 0); };
+            byKey[UsageKey { query->value(0).toString(), query->value(1).toString() }]
                 += Usage { quint64(value(2)), quint64(value(3)), value(4) };
         }
+        query->finish();
     }
     for (const auto& [key, usage] : m_pending) {
         if (std::get<2>(key) >= firstBucket && std::get<2>(key) < untilSeconds)
@@ -796,14 +821,15 @@ namespace {
 void UsageLedger::loadAdjustments()
 {
     m_adjustments.clear();
-    QSqlQuery query(QSqlDatabase::database(m_connection, false));
     // No table yet means no adjustment.
-    if (!query.exec(
-            QStringLiteral("SELECT id, period_start, amount_bytes, created FROM adjustment ORDER BY id")))
+    QSqlQuery* query = kept(m_readAdjustments,
+        QStringLiteral("SELECT id, period_start, amount_bytes, created FROM adjustment ORDER BY id"));
+    if (!query || !query->exec())
         return;
-    while (query.next())
-        m_adjustments.append(Adjustment { query.value(0).toLongLong(), query.value(1).toLongLong(),
-            query.value(2).toLongLong(), query.value(3).toLongLong() });
+    while (query->next())
+        m_adjustments.append(Adjustment { query->value(0).toLongLong(), query->value(1).toLongLong(),
+            query->value(2).toLongLong(), query->value(3).toLongLong() });
+    query->finish();
 }
 
 QList<Adjustment> UsageLedger::adjustments(qint64 fromSeconds, qint64 untilSeconds)

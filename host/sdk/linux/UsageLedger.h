@@ -166,6 +166,7 @@ private:
     Usage committedTotal(qint64 firstBucket, qint64 endBucket, bool& ok);
     void noteProblem(const QString& problem, const QString& reason);
     void loadAdjustments();
+    QSqlQuery* kept(std::unique_ptr<QSqlQuery>& query, const QString& text);
 
     QString m_path;
     LedgerAccess m_access;
@@ -173,6 +174,8 @@ private:
     bool m_setUp = false; // schema current: writes may go ahead
     bool m_openTried = false;
     std::unique_ptr<QSqlQuery> m_upsert, m_upsertDay, m_writeBaseline, m_sum, m_dataVersion;
+    // Prepared on first use: a reader that stays open runs them every refresh.
+    std::unique_ptr<QSqlQuery> m_readMeta, m_readBaselines, m_readAdjustments, m_readByKey;
     qint64 m_dataVersionSeen = -1;
 
     std::map<std::tuple<QString, QString, qint64>, Usage> m_pending; // interface, connection, bucket

@@ -57,6 +57,7 @@ namespace {
 
 UsageMeter::UsageMeter(const LinuxOptions& options)
     : m_options(options)
+    , m_maxGapMs(maxObservedGapMs(options.interval.count()))
     , m_source(options.procRoot, options.linkState, options.sysRoot)
     , m_ledger(options.databasePath)
     , m_periodSettings(options.settingsPath)
@@ -284,15 +285,15 @@ void UsageMeter::sampleLink(const DeviceCounters& device, const QList<LinkInfo>&
     }
     if (seen == m_seen.end())
         m_indexByName.insert(name, link.ifindex);
-    const CounterDelta delta = counterDelta(previous, current, m_source.linkBytesPerSecond(name));
+    const CounterDelta delta = counterDelta(previous, current, m_source.linkBytesPerSecond(name), m_maxGapMs);
     if (delta.implausible && !std::exchange(m_warnedImplausible[name], true))
         qCWarning(lcLinux,
             "LinuxBackend: the counters of %s jumped further than the link can carry "
             "(%llu/%llu to %llu/%llu bytes); not counted",
             qUtf8Printable(name), previous.received, previous.sent, current.received, current.sent);
     const bool isConnected = link.exists ? link.connected() : false;
-    const qint64 connectedMs
-        = connectedInterval(seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs);
+    const qint64 connectedMs = connectedInterval(
+        seen != m_seen.end() && seen->second.connected, isConnected, delta.elapsedMs, m_maxGapMs);
     const Usage usage { delta.received, delta.sent, connectedMs };
     QString connection;
     for (const LinkInfo& info : links) {
@@ -329,7 +330,7 @@ void UsageMeter::updateLive(const SampleTotals& totals, qint64 nowMs)
         live += totals.bookedLive;
         m_live.bytesReceived = live.received;
         m_live.bytesSent = live.sent;
-        m_liveConnectedMs += connectedInterval(m_wasConnected, totals.connected, elapsed);
+        m_liveConnectedMs += connectedInterval(m_wasConnected, totals.connected, elapsed, m_maxGapMs);
     }
     m_live.receiveSpeed = totals.connected ? saturate32(totals.receiveSpeed) : 0;
     m_live.sendSpeed = totals.connected ? saturate32(totals.sendSpeed) : 0;

@@ -90,6 +90,8 @@ private:
     void updateReports(qint64 wallMs);
 
     LinuxOptions m_options;
+    // Samples further apart were not observed: no speed, no connected time.
+    qint64 m_maxGapMs;
     NetSource m_source;
     UsageLedger m_ledger;
     PeriodSettingsReader m_periodSettings;
