@@ -99,8 +99,8 @@ int main(int argc, char* argv[])
     const double floorMedian = percentile(floor, 0.5);
 
     QTextStream out(stdout);
-    out << line("ledger today sum", todaySums, floorMedian) << "\n"
-        << line("ledger month sum", monthSums, floorMedian) << "\n"
-        << (sink ? "" : "(no data)\n") << line("ledger year sum", yearSums, floorMedian) << "\n";
+    out << line("ledger_today_sum", todaySums, floorMedian) << "\n"
+        << line("ledger_month_sum", monthSums, floorMedian) << "\n"
+        << (sink ? "" : "(no data)\n") << line("ledger_year_sum", yearSums, floorMedian) << "\n";
     return 0;
 }
