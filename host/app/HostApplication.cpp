@@ -442,6 +442,9 @@ void HostApplication::shutdown()
     m_limitTimer.stop();
     stopView();
     IUIPlugin* plugin = m_module.uiPlugin();
+    // The limit checks read the ledger; closed before the writer's last
+    // commit, so that the writer's close folds the journal back into the file.
+    m_limitNotices.reset();
     m_connection.stop();
     if (IPluginContainer* container = Startup::GetPluginContainer())
         container->UnregisterPlugin(plugin->GetPluginName(), plugin->GetPluginType());

@@ -196,6 +196,10 @@ bool UsageLedger::open(qint64 nowSeconds)
     if (m_access == LedgerAccess::ReadWrite) {
         makePrivateFolder(QFileInfo(m_path).absolutePath());
         createPrivateFile(m_path);
+    } else if (!QFileInfo::exists(m_path)) {
+        // Read before anything was ever recorded: empty, and nothing is wrong.
+        m_problem.clear();
+        return false;
     }
     QString reason;
     Failure failure = openFile(reason);
