@@ -69,6 +69,12 @@ bool fillYear(const QString& path)
                 query.addBindValue(300000 + bucket % 613);
                 ok = query.exec();
             }
+            // The day roll-up the writer keeps beside the buckets.
+            ok = ok
+                && query.exec(QStringLiteral(
+                    "INSERT OR REPLACE INTO usage_day (day, received, sent, connected_ms)"
+                    " SELECT bucket - bucket % 86400 AS d, SUM(received), SUM(sent), SUM(connected_ms)"
+                    " FROM usage GROUP BY d"));
             ok = db.commit() && ok;
         }
         if (!ok)

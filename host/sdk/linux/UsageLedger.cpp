@@ -274,13 +274,19 @@ UsageLedger::Failure UsageLedger::openFile(QString& reason)
     // Short: the only other writer is a program holding the file on purpose,
     // and the sampler must not stall behind it.
     exec(query, QStringLiteral("PRAGMA busy_timeout = 200"), reason);
-    if (!exec(query, QStringLiteral("PRAGMA quick_check"), reason))
-        return isDamage(query.lastError()) ? Failure::Damaged : Failure::Unavailable;
-    if (!query.next() || query.value(0).toString() != QLatin1String("ok")) {
-        reason = QStringLiteral("integrity check failed: %1").arg(query.value(0).toString());
-        return Failure::Damaged;
+    // The writer reads every page once when it opens the file, and moves a
+    // damaged one aside. Readers (limit checks, the panel, reports) open it
+    // often and rely on SQLite's own checks of the pages they read: a check of
+    // a year of history would cost each of them more than its queries.
+    if (m_access == LedgerAccess::ReadWrite) {
+        if (!exec(query, QStringLiteral("PRAGMA quick_check"), reason))
+            return isDamage(query.lastError()) ? Failure::Damaged : Failure::Unavailable;
+        if (!query.next() || query.value(0).toString() != QLatin1String("ok")) {
+            reason = QStringLiteral("integrity check failed: %1").arg(query.value(0).toString());
+            return Failure::Damaged;
+        }
+        query.finish();
     }
-    query.finish();
     int schema = 0;
     if (query.exec(QStringLiteral("SELECT value FROM meta WHERE key = 'schema'")) && query.next())
         schema = query.value(0).toInt();
