@@ -245,11 +245,9 @@ private slots:
                 "IDS_NO", QString::number(QMessageBox::Question) }));
         const bool confirmed = answer == QMessageBox::Ok;
         QCOMPARE(m_sdk->callCount(velt::SdkCall::GetReport) > reads, confirmed); // no refresh unless reset
-        QStringList zeros;
-        for (int row = 0; row < 6; ++row)
-            zeros << QStringLiteral("IDS_TREE_%1_DATA 0 IDS_UNIT_BYTE")
-                         .arg(row % 2 ? "DOWNLOADED" : "UPLOADED");
-        QCOMPARE(storedTexts(tree), confirmed ? zeros : stored);
+        const QString up = "IDS_TREE_UPLOADED_DATA 0 IDS_UNIT_BYTE",
+                      down = "IDS_TREE_DOWNLOADED_DATA 0 IDS_UNIT_BYTE";
+        QCOMPARE(storedTexts(tree), confirmed ? (QStringList { up, down, up, down, up, down }) : stored);
         QCOMPARE(tree->topLevelItem(1)->child(0)->text(0) != lastReset, confirmed);
         QCOMPARE(
             tree->topLevelItem(0)->child(1)->child(1)->text(0), live); // the connection's own figures stay
