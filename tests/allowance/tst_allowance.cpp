@@ -95,13 +95,11 @@ private slots:
         QFETCH(double, budgetMiB);
         QFETCH(qint64, forecastMiB);
         QFETCH(double, percent);
-        QVERIFY2(qAbs(f.averageDaily / MiB - averageMiB) < 1e-6,
-            qPrintable(QString::number(f.averageDaily / MiB)));
-        QVERIFY2(budgetMiB < 0 ? f.dailyBudget < 0 : qAbs(f.dailyBudget / MiB - budgetMiB) < 1e-6,
-            qPrintable(QString::number(f.dailyBudget / MiB)));
-        QVERIFY2(qAbs(qint64(f.forecast) - forecastMiB * qint64(MiB)) <= 1,
-            qPrintable(QString::number(f.forecast)));
-        QVERIFY2(qAbs(f.percent - percent) < 1e-6, qPrintable(QString::number(f.percent)));
+        const auto micro = [](double value) { return qRound64(value * 1e6); }; // compared to a millionth
+        QCOMPARE(micro(f.averageDaily / MiB), micro(averageMiB));
+        QCOMPARE(micro(f.dailyBudget < 0 ? -1 : f.dailyBudget / MiB), micro(budgetMiB));
+        QVERIFY(qAbs(qint64(f.forecast) - forecastMiB * qint64(MiB)) <= 1); // a byte's rounding
+        QCOMPARE(micro(f.percent), micro(percent));
         QCOMPARE(f.remaining, f.limit > f.used ? f.limit - f.used : 0);
     }
 

@@ -70,7 +70,6 @@ private slots:
     void privateFiles_data()
     {
         QTest::addColumn<int>("umask");
-        QTest::newRow("usual umask") << 022;
         QTest::newRow("no umask") << 0;
         QTest::newRow("strict umask") << 077;
     }

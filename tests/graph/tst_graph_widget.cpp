@@ -120,8 +120,7 @@ private slots:
         QTest::addColumn<QString>("samples");
         QTest::addColumn<QString>("scales");
         QTest::newRow("61, 120, 121, 10") << QString("61,0 120,0 121,0 10,0") << QString("120 120 180 180");
-        QTest::newRow("60 fits the first scale") << QString("60,60") << QString("60");
-        QTest::newRow("a first 120 takes the next step") << QString("120,0") << QString("180");
+        QTest::newRow("60 fits, 120 then takes the next step") << QString("60,60 120,0") << QString("60 180");
         QTest::newRow("fractions truncated") << QString("60.99,0 0,119.99") << QString("60 120");
         QTest::newRow("negatives truncated toward zero") << QString("-500,-60.5") << QString("60");
         QTest::newRow("download alone") << QString("0,250.5") << QString("300");

@@ -103,19 +103,17 @@ private slots:
                 problems << it.key()
                         + QStringLiteral(": placeholders or tags differ from \"%1\"").arg(it.value());
         }
-        for (const QString& key : ts.texts.keys()) {
+        for (const QString& key : ts.texts.keys())
             if (!english.texts.contains(key))
                 problems << key + QStringLiteral(": not an English key");
-        }
         QVERIFY2(problems.isEmpty(), qPrintable(problems.join(u'\n')));
 
         TestHome home;
         QVERIFY2(home.isValid() && home.installTranslations(), "no compiled translations in the build tree");
         QVERIFY(Change::LoadLanguage(language));
-        for (auto it = ts.texts.cbegin(); it != ts.texts.cend(); ++it) {
+        for (auto it = ts.texts.cbegin(); it != ts.texts.cend(); ++it)
             if (Change::tr(it.key(), kContext) != it.value())
                 problems << it.key() + QStringLiteral(" -> ") + Change::tr(it.key(), kContext);
-        }
         QVERIFY2(problems.isEmpty(), qPrintable(problems.join(u'\n')));
     }
 };

@@ -31,7 +31,6 @@ void LimitWatchTest::crossings_data()
     row("below the warning", "", "1,79,0", "", "NoWarningColor");
     row("at the warning", "", "1,80,0", "W", "BeforeWarningColor");
     row("restart does not re-send", "", "1,85,0;1,90,0;1,99,0", "W;;", "BeforeWarningColor");
-    row("warning then limit", "", "1,85,0;1,100,0;1,130,0", "W;L;", "ReachedWarningColor");
     row("straight past the limit", "", "1,150,0", "L", "ReachedWarningColor");
     row("new period re-arms", "", "1,85,0;1,100,0;2,85,0;2,101,0", "W;L;W;L", "ReachedWarningColor");
     row("only the early warning asked", "chkWarnAfter=false", "1,150,0;1,160,0", "W;", "ReachedWarningColor");
@@ -76,10 +75,7 @@ void LimitWatchTest::crossings()
         QString got;
         for (Crossing c : watch.check(figures, today))
             got += QString("WLtT").at(int(c));
-        QVERIFY2(got == expected[i],
-            qPrintable(QString("step %1 (%2): fired \"%3\", expected \"%4\"")
-                           .arg(i)
-                           .arg(stepList[i], got, expected[i])));
+        QCOMPARE(stepList[i] + " fired " + got, stepList[i] + " fired " + expected[i]);
         status = watch.status(figures, today);
     }
     QCOMPARE(QString::fromLatin1(status.colorName), colour);

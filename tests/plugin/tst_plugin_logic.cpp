@@ -1,6 +1,7 @@
 // The statistics bridge on a scripted SDK: report kinds, the callback, failures
 // and the merged configuration.
 #include "PluginFixture.h"
+#include "SdkTestSupport.h"
 
 #include "veltsdk.h"
 
@@ -12,12 +13,6 @@ using velt::SimulatedBackend;
 using velt::StatisticsRecord;
 
 namespace {
-StatisticsRecord record(
-    quint64 sent, quint64 received, qint64 duration, quint32 upSpeed = 0, quint32 downSpeed = 0)
-{
-    return { received, sent, downSpeed, upSpeed, duration, 0 };
-}
-
 QByteArray configDocument(const QByteArray& common, const QByteArray& edition = {})
 {
     return "<?xml version=\"1.0\"?><veltdoc><group name=\"customize\"><module name=\"common\">" + common
@@ -85,8 +80,8 @@ private slots:
         QFETCH(int, source);
         QFETCH(bool, fails);
         for (int k = VELT_REPORT_LIVE; k <= VELT_REPORT_YEAR; ++k)
-            m_sdk->setReport(k, record(k * 100 + 1, k * 100 + 2, k * 100 + 3));
-        m_sdk->setHistory(record(901, 902, 903));
+            m_sdk->setReport(k, record(k * 100 + 2, k * 100 + 1, 0, 0, k * 100 + 3));
+        m_sdk->setHistory(record(902, 901, 0, 0, 903));
         if (fails)
             m_sdk->failNext(type < 0 ? SdkCall::GetSpecHistory : SdkCall::GetReport);
         NetInfoData data { 1, 2, 3 };
@@ -134,7 +129,7 @@ private slots:
         QFETCH(QVariantList, emitted);
         QFETCH(int, reportCalls);
 
-        m_sdk->setReport(VELT_REPORT_LIVE, record(qulonglong(1) << 33, 777, 3605, 300, 4000));
+        m_sdk->setReport(VELT_REPORT_LIVE, record(777, qulonglong(1) << 33, 4000, 300, 3605));
         if (reportFails)
             m_sdk->failNext(SdkCall::GetReport);
         QSignalSpy spy(NetInfoUILogic::Instance(), &NetInfoUILogic::statisticsChanged);

@@ -116,27 +116,20 @@ private slots:
     void periods_data()
     {
         QTest::addColumn<QByteArray>("settings");
-        QTest::addColumn<StatisticsRecord>("week");
-        QTest::addColumn<StatisticsRecord>("month");
-        const StatisticsRecord all = usage(9000, 1500, 3);
-        const StatisticsRecord afterMidnight = usage(7000, 1000, 2);
-        QTest::newRow("Sunday, 1st") << QByteArray("[uselimit]\nstartweekdate=0\nstartmonthdate=0\n") << all
-                                     << all;
-        QTest::newRow("Thursday, 14th") << QByteArray("[uselimit]\nstartweekdate=4\nstartmonthdate=13\n")
-                                        << afterMidnight << afterMidnight;
-        QTest::newRow("odd values") << QByteArray("[uselimit]\nstartweekdate=9\nstartmonthdate=x\n") << all
-                                    << all;
+        QTest::addColumn<StatisticsRecord>("weekAndMonth");
+        QTest::newRow("Thursday, 14th")
+            << QByteArray("[uselimit]\nstartweekdate=4\nstartmonthdate=13\n") << usage(7000, 1000, 2);
+        QTest::newRow("odd values") << QByteArray("[uselimit]\nstartweekdate=9\nstartmonthdate=x\n")
+                                    << usage(9000, 1500, 3);
     }
 
     void periods()
     {
         QFETCH(QByteArray, settings);
-        QFETCH(StatisticsRecord, week);
-        QFETCH(StatisticsRecord, month);
-        if (!settings.isEmpty()) {
-            QFile file(m_proc->dir.filePath(QStringLiteral("netinfo-host.conf")));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size());
-        }
+        QFETCH(StatisticsRecord, weekAndMonth);
+        QFile file(m_proc->dir.filePath(QStringLiteral("netinfo-host.conf")));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size());
+        file.close();
         if (settings.contains('x')) {
             QTest::ignoreMessage(
                 QtWarningMsg, QRegularExpression("startweekdate=\"9\" is not between 0 and 6"));
@@ -149,8 +142,8 @@ private slots:
         // Not yet committed, yet every report has it.
         QCOMPARE(report(*backend, VELT_REPORT_LIVE), (StatisticsRecord { 9000, 1500, 3500, 500, 3, 0 }));
         QCOMPARE(report(*backend, VELT_REPORT_TODAY), usage(7000, 1000, 2));
-        QCOMPARE(report(*backend, VELT_REPORT_WEEK), week);
-        QCOMPARE(report(*backend, VELT_REPORT_MONTH), month);
+        QCOMPARE(report(*backend, VELT_REPORT_WEEK), weekAndMonth);
+        QCOMPARE(report(*backend, VELT_REPORT_MONTH), weekAndMonth);
         QCOMPARE(report(*backend, VELT_REPORT_YEAR), usage(9000, 1500, 3));
     }
 
@@ -179,30 +172,26 @@ private slots:
         QTest::addColumn<QStringList>("ticks");
         QTest::addColumn<quint64>("booked");
         QTest::addColumn<bool>("warns");
-        const quint64 k32 = quint64(1) << 32;
-        QTest::newRow("32-bit wrap") << QStringList { QStringLiteral("wwan0#5=%1").arg(k32 - 296),
-            "wwan0#5=704" } << 1000ull
-                                     << false;
-        QTest::newRow("64-bit wrap is not plausible") << QStringList { "wwan0#5=18446744073709551000",
-            "wwan0#5=500", "wwan0#5=900" } << 900ull << false;
-        QTest::newRow("step back is a reset") << QStringList { "wwan0#5=6000001000", "wwan0#5=6000000000",
-            "wwan0#5=6000000500" } << 500ull << true;
-        QTest::newRow("driver reset near 3e9")
-            << QStringList { "wwan0#5=3000000000", "wwan0#5=2000" } << 2000ull << false;
-        QTest::newRow("reset within the link's speed")
-            << QStringList { "wwan0#5@8=3000", "wwan0#5@8=2000" } << 2000ull << false;
-        QTest::newRow("spike beyond any link")
-            << QStringList { "wwan0#5=1000", "wwan0#5=9000000000", "wwan0#5=9000001000" } << 1000ull << true;
-        QTest::newRow("spike beyond the link's speed")
-            << QStringList { "wwan0#5@1=0", "wwan0#5@1=200000", "wwan0#5@1=300000" } << 100000ull << true;
-        QTest::newRow("renamed away and back")
-            << QStringList { "wwan0#5=1000", "x#5!=5000", "wwan0#5=16000" } << 15000ull << false;
-        QTest::newRow("not metered for a while")
-            << QStringList { "wlan0#5=1000", "wlan0#5!=5000", "wlan0#5=5500", "wlan0#5=5600" } << 100ull
-            << false;
-        QTest::newRow("re-created") << QStringList { "wwan0#5=1000", "wwan0#6=300" } << 300ull << false;
-        QTest::newRow("two modems") << QStringList { "wwan0#5=0 ppp0#6=10", "wwan0#5=100 ppp0#6=60" }
-                                    << 150ull << false;
+        const auto row = [](const char* name, const QStringList& ticks, quint64 booked, bool warns = false) {
+            QTest::newRow(name) << ticks << booked << warns;
+        };
+        row("32-bit wrap", { QStringLiteral("wwan0#5=%1").arg((quint64(1) << 32) - 296), "wwan0#5=704" },
+            1000);
+        row("64-bit wrap is not plausible", { "wwan0#5=18446744073709551000", "wwan0#5=500", "wwan0#5=900" },
+            900);
+        row("step back is a reset", { "wwan0#5=6000001000", "wwan0#5=6000000000", "wwan0#5=6000000500" }, 500,
+            true);
+        row("driver reset near 3e9", { "wwan0#5=3000000000", "wwan0#5=2000" }, 2000);
+        row("reset within the link's speed", { "wwan0#5@8=3000", "wwan0#5@8=2000" }, 2000);
+        row("spike beyond any link", { "wwan0#5=1000", "wwan0#5=9000000000", "wwan0#5=9000001000" }, 1000,
+            true);
+        row("spike beyond the link's speed", { "wwan0#5@1=0", "wwan0#5@1=200000", "wwan0#5@1=300000" },
+            100000, true);
+        row("renamed away and back", { "wwan0#5=1000", "x#5!=5000", "wwan0#5=16000" }, 15000);
+        row("not metered for a while", { "wlan0#5=1000", "wlan0#5!=5000", "wlan0#5=5500", "wlan0#5=5600" },
+            100);
+        row("re-created", { "wwan0#5=1000", "wwan0#6=300" }, 300);
+        row("two modems", { "wwan0#5=0 ppp0#6=10", "wwan0#5=100 ppp0#6=60" }, 150);
     }
 
     void counterSequences()
@@ -332,15 +321,13 @@ private slots:
         QVERIFY2(child.waitForFinished(60000), "the writer did not finish");
         QCOMPARE(child.exitStatus(), QProcess::CrashExit);
 
-        QCOMPARE(UsageLedger(m_proc->dir.filePath(QStringLiteral("usage.sqlite")), LedgerAccess::ReadOnly)
-                     .total(0, kJuneMs)
-                     .received,
-            10000ull);
+        const QString path = m_proc->dir.filePath(QStringLiteral("usage.sqlite"));
+        QCOMPARE(UsageLedger(path, LedgerAccess::ReadOnly).total(0, kJuneMs).received, 10000ull);
         m_proc->bootId = bootId;
         m_proc->state->wallMs = kJuneMs + 60000;
         m_proc->set(QStringLiteral("wwan0"), receivedSince, receivedSince / 10);
         m_proc->write();
-        LinuxBackend backend(m_proc->options(m_proc->dir.filePath(QStringLiteral("usage.sqlite"))));
+        LinuxBackend backend(m_proc->options(path));
         backend.start(nullptr);
         QCOMPARE(report(backend, VELT_REPORT_YEAR), year);
         // What the ledger catches up on is not this run's connection.

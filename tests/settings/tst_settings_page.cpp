@@ -63,22 +63,21 @@ class TestSettingsPage : public QObject
             find<QAbstractButton>(qPrintable(name))->click();
     }
 
+    // Enabled or not: date, the three radios, week and month; then the
+    // recurrence box, the radio chosen and the two indexes.
     QString periodState() const
     {
-        const auto on = [this](const char* name) { return find(name)->isEnabled() ? '1' : '0'; };
-        QString radio = QStringLiteral("none");
+        QString enabled, radio = QStringLiteral("none");
+        for (const char* name :
+            { "dateedit", "radioDaily", "radioWeekly", "radioMonthly", "comboBoxWeekly", "comboBoxMonthly" })
+            enabled += find(name)->isEnabled() ? '1' : '0';
         for (const char* period : { "Daily", "Weekly", "Monthly" })
-            radio = find<QRadioButton>(qPrintable(QStringLiteral("radio") + period))->isChecked() ? period
-                                                                                                  : radio;
-        return QStringLiteral("date=%1 rec=%2 radios=%3%4%5 week=%6 month=%7 radio=%8 wday=%9 mday=%10")
-            .arg(on("dateedit"))
+            if (find<QRadioButton>(qPrintable(QStringLiteral("radio") + period))->isChecked())
+                radio = QString::fromLatin1(period).toLower();
+        return QStringLiteral("enabled=%1 rec=%2 radio=%3 wday=%4 mday=%5")
+            .arg(enabled)
             .arg(find<QCheckBox>("dateeditSetDate")->isChecked())
-            .arg(on("radioDaily"))
-            .arg(on("radioWeekly"))
-            .arg(on("radioMonthly"))
-            .arg(on("comboBoxWeekly"))
-            .arg(on("comboBoxMonthly"))
-            .arg(radio.toLower())
+            .arg(radio)
             .arg(find<QComboBox>("comboBoxWeekly")->currentIndex())
             .arg(find<QComboBox>("comboBoxMonthly")->currentIndex());
     }
@@ -115,15 +114,14 @@ private slots:
             QTest::newRow(name) << stored << QString(clicks) << QString(state);
         };
         row("start date, monthly chosen", "chkRecurrence=false", "",
-            "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0");
+            "enabled=100000 rec=0 radio=monthly wday=4 mday=0");
         row("weekly from Wednesday", "radioWeekly=true radioMonthly=false startweekdate=3", "",
-            "date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=3 mday=0");
+            "enabled=011110 rec=1 radio=weekly wday=3 mday=0");
         row("indexes out of range or not numbers", "startweekdate=9 startmonthdate=x", "",
-            "date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=0 mday=0");
-        row("recurrence off", "", "dateeditSetDate",
-            "date=1 rec=0 radios=000 week=0 month=0 radio=monthly wday=4 mday=0");
+            "enabled=011101 rec=1 radio=monthly wday=0 mday=0");
+        row("recurrence off", "", "dateeditSetDate", "enabled=100000 rec=0 radio=monthly wday=4 mday=0");
         row("recurrence on, no radio", "chkRecurrence=false radioMonthly=false", "dateeditSetDate",
-            "date=0 rec=1 radios=111 week=0 month=0 radio=none wday=4 mday=0");
+            "enabled=011100 rec=1 radio=none wday=4 mday=0");
     }
 
     void periodMode()
@@ -145,10 +143,8 @@ private slots:
         QTest::addColumn<QString>("prompt");
         QTest::addColumn<QStringList>("told");
         QTest::addColumn<QString>("period"); // after Cancel
-        const QString picked
-            = QStringLiteral("date=0 rec=1 radios=111 week=1 month=0 radio=weekly wday=6 mday=0");
-        const QString stored
-            = QStringLiteral("date=0 rec=1 radios=111 week=0 month=1 radio=monthly wday=4 mday=0");
+        const QString picked = QStringLiteral("enabled=011110 rec=1 radio=weekly wday=6 mday=0");
+        const QString stored = QStringLiteral("enabled=011101 rec=1 radio=monthly wday=4 mday=0");
         QTest::newRow("data volume empty, limit off")
             << QStringList { "chkVolume=false" } << "lineEditDataVolume" << -1 << "IDS_INPUT_DATA_VOLUME"
             << QStringList() << picked;

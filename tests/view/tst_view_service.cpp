@@ -8,6 +8,7 @@
 #include "HostIds.h"
 #include "HostServices.h"
 #include "PluginFixture.h"
+#include "SdkTestSupport.h"
 #include "view/TreeRows.h"
 
 #include <QtTest>
@@ -16,12 +17,6 @@
 #include <memory>
 
 namespace {
-
-velt::StatisticsRecord record(
-    quint64 sent, quint64 received, qint64 duration = 0, quint32 up = 0, quint32 down = 0)
-{
-    return { received, sent, down, up, duration };
-}
 
 // Upload and download rows of the today, month and year nodes.
 QStringList storedTexts(QTreeWidget* tree)
@@ -139,7 +134,7 @@ private slots:
         QCOMPARE(statistics->isHidden(), off.contains(QStringLiteral("STATISTICS")));
         QCOMPARE(statistics->childCount(), 4);
         // A hidden statistics node still has its rows refreshed.
-        m_sdk->setReport(VELT_REPORT_TODAY, record(2048, 0));
+        m_sdk->setReport(VELT_REPORT_TODAY, record(0, 2048, 0, 0, 0));
         emitLive(QStringLiteral(" "));
         QCOMPARE(statistics->child(1)->child(0)->text(0),
             QStringLiteral("IDS_TREE_UPLOADED_DATA 2.00 IDS_UNIT_KB"));
@@ -191,7 +186,7 @@ private slots:
             QCOMPARE(
                 label(panel, QStringLiteral("StatisticsData_") + rows[row][0]), QLatin1String(rows[row][1]));
 
-        m_sdk->setReport(VELT_REPORT_LIVE, record(3000000000ull, 2000000000ull, 65, 2048, 512));
+        m_sdk->setReport(VELT_REPORT_LIVE, record(2000000000ull, 3000000000ull, 512, 2048, 65));
         m_sdk->setConnected(true);
         m_sdk->tickOnSdkThread();
         // The callback has run on the SDK's thread; the view gets it queued.
@@ -224,7 +219,7 @@ private slots:
         QVERIFY(tree);
         const int kinds[3] = { VELT_REPORT_TODAY, VELT_REPORT_MONTH, VELT_REPORT_YEAR };
         for (int i = 0; i < 3; ++i)
-            m_sdk->setReport(kinds[i], record((2 * i + 1) * 1024, (2 * i + 2) * 1024));
+            m_sdk->setReport(kinds[i], record((2 * i + 2) * 1024, (2 * i + 1) * 1024, 0, 0, 0));
         emit NetInfoUILogic::Instance()->statisticsChanged(2048, 512, 3072, 1024, QStringLiteral("00:00:05"));
         const QStringList stored = storedTexts(tree);
         const QString live = tree->topLevelItem(0)->child(1)->child(1)->text(0);
@@ -250,11 +245,9 @@ private slots:
                 "IDS_NO", QString::number(QMessageBox::Question) }));
         const bool confirmed = answer == QMessageBox::Ok;
         QCOMPARE(m_sdk->callCount(velt::SdkCall::GetReport) > reads, confirmed); // no refresh unless reset
-        QStringList zeros;
-        for (int row = 0; row < 6; ++row)
-            zeros << QStringLiteral("IDS_TREE_%1_DATA 0 IDS_UNIT_BYTE")
-                         .arg(row % 2 ? "DOWNLOADED" : "UPLOADED");
-        QCOMPARE(storedTexts(tree), confirmed ? zeros : stored);
+        const QString up = "IDS_TREE_UPLOADED_DATA 0 IDS_UNIT_BYTE",
+                      down = "IDS_TREE_DOWNLOADED_DATA 0 IDS_UNIT_BYTE";
+        QCOMPARE(storedTexts(tree), confirmed ? (QStringList { up, down, up, down, up, down }) : stored);
         QCOMPARE(tree->topLevelItem(1)->child(0)->text(0) != lastReset, confirmed);
         QCOMPARE(
             tree->topLevelItem(0)->child(1)->child(1)->text(0), live); // the connection's own figures stay
