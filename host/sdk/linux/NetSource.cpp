@@ -356,11 +356,15 @@ void NetSource::noteRemovedLinks(const char* data, size_t size)
 QList<NetSource::RemovedLink> parseRemovedLinks(const char* data, size_t size)
 {
     QList<NetSource::RemovedLink> links;
-    // Signed: NLMSG_NEXT steps by the aligned length, which can pass the end
-    // of a truncated datagram and would wrap an unsigned count.
-    int remaining = int(qMin(size, size_t(INT_MAX)));
-    auto* header = reinterpret_cast<const nlmsghdr*>(data);
-    for (; NLMSG_OK(header, remaining); header = NLMSG_NEXT(header, remaining)) {
+    size_t offset = 0;
+    while (size - offset >= sizeof(nlmsghdr)) {
+        const auto* header = reinterpret_cast<const nlmsghdr*>(data + offset);
+        if (header->nlmsg_len < sizeof(nlmsghdr) || header->nlmsg_len > size - offset)
+            break; // a truncated datagram
+        // The next message starts at the aligned length, which for the last
+        // one may lie past the end of the datagram.
+        const size_t aligned = (size_t(header->nlmsg_len) + NLMSG_ALIGNTO - 1) & ~size_t(NLMSG_ALIGNTO - 1);
+        offset += std::min(aligned, size - offset);
         if (header->nlmsg_type != RTM_DELLINK || header->nlmsg_len < NLMSG_LENGTH(sizeof(ifinfomsg)))
             continue;
         const auto* info = static_cast<const ifinfomsg*>(NLMSG_DATA(header));
