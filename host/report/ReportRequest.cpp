@@ -7,19 +7,19 @@ namespace report {
 
 namespace {
 
-ReportRequest stopped(ReportRequest::Stop stop, const QString& message, int exitCode)
-{
-    ReportRequest request;
-    request.stop = stop;
-    request.message = message;
-    request.exitCode = exitCode;
-    return request;
-}
+    ReportRequest stopped(ReportRequest::Stop stop, const QString& message, int exitCode)
+    {
+        ReportRequest request;
+        request.stop = stop;
+        request.message = message;
+        request.exitCode = exitCode;
+        return request;
+    }
 
-ReportRequest invalid(const QString& message)
-{
-    return stopped(ReportRequest::Stop::Invalid, message, 2);
-}
+    ReportRequest invalid(const QString& message)
+    {
+        return stopped(ReportRequest::Stop::Invalid, message, 2);
+    }
 
 } // namespace
 
@@ -28,7 +28,8 @@ QDate parseReportDate(const QString& text)
     return QDate::fromString(text, Qt::ISODate);
 }
 
-ReportRequest parseReportRequest(const QStringList& arguments, const QDate& today, const QString& defaultDatabase)
+ReportRequest parseReportRequest(
+    const QStringList& arguments, const QDate& today, const QString& defaultDatabase)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
@@ -44,7 +45,8 @@ ReportRequest parseReportRequest(const QStringList& arguments, const QDate& toda
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Print JSON."));
     const QCommandLineOption csv(QStringLiteral("csv"), QStringLiteral("Print CSV."));
     const QCommandLineOption database(QStringLiteral("database"),
-        QStringLiteral("Read the usage ledger <file> (default: %1).").arg(defaultDatabase), QStringLiteral("file"));
+        QStringLiteral("Read the usage ledger <file> (default: %1).").arg(defaultDatabase),
+        QStringLiteral("file"));
     const QCommandLineOption history(QStringLiteral("history"),
         QStringLiteral("Usage per day over the current and the previous limit period "
                        "(days), or per month over the last twelve (months)."),
@@ -71,7 +73,8 @@ ReportRequest parseReportRequest(const QStringList& arguments, const QDate& toda
     if (int(ranged) + int(parser.isSet(history)) + int(parser.isSet(openMetrics)) > 1)
         return invalid(QStringLiteral("--from/--to, --history and --openmetrics go alone"));
     const QString historyKind = parser.value(history);
-    if (parser.isSet(history) && historyKind != QLatin1String("days") && historyKind != QLatin1String("months"))
+    if (parser.isSet(history) && historyKind != QLatin1String("days")
+        && historyKind != QLatin1String("months"))
         return invalid(QStringLiteral("--history takes days or months, not \"%1\"").arg(historyKind));
 
     ReportRequest request;
@@ -83,7 +86,8 @@ ReportRequest parseReportRequest(const QStringList& arguments, const QDate& toda
         request.first = parser.isSet(from) ? parseReportDate(parser.value(from)) : QDate();
         request.last = parser.isSet(to) ? parseReportDate(parser.value(to)) : today;
         if (!request.first.isValid() || !request.last.isValid())
-            return invalid(QStringLiteral("--from and --to take dates as YYYY-MM-DD, and a range needs --from"));
+            return invalid(
+                QStringLiteral("--from and --to take dates as YYYY-MM-DD, and a range needs --from"));
         if (request.first > request.last)
             return invalid(QStringLiteral("--from %1 is after --to %2")
                                .arg(request.first.toString(Qt::ISODate), request.last.toString(Qt::ISODate)));

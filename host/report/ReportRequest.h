@@ -34,7 +34,8 @@ struct ReportRequest
 
 // arguments as main receives them, program name first. today is the default
 // end of a range; defaultDatabase the ledger without --database.
-ReportRequest parseReportRequest(const QStringList& arguments, const QDate& today, const QString& defaultDatabase);
+ReportRequest parseReportRequest(
+    const QStringList& arguments, const QDate& today, const QString& defaultDatabase);
 // A day as --from/--to take it (YYYY-MM-DD); invalid otherwise.
 QDate parseReportDate(const QString& text);
 

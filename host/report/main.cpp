@@ -25,7 +25,8 @@ void print(const report::ReportRequest& request, const QList<report::PeriodUsage
         out << report::toOpenMetrics(usage, figures);
         break;
     case report::Output::Json:
-        out << (request.periods == report::Periods::History ? report::historyJson(usage) : report::toJson(usage));
+        out << (request.periods == report::Periods::History ? report::historyJson(usage)
+                                                            : report::toJson(usage));
         break;
     case report::Output::Csv:
         out << report::toCsv(usage);
