@@ -23,7 +23,7 @@ if [ "${NETINFO_TSAN:-0}" = "1" ]; then
     options+=(-DNETINFO_TSAN=ON -DNETINFO_BUILD_BENCH=OFF)
     default_build="$root/build-tsan"
     export TSAN_OPTIONS="${TSAN_OPTIONS:-halt_on_error=1:die_after_fork=0:second_deadlock_stack=1:suppressions=$root/tools/tsan.supp}"
-    only=(-R 'tst_(sdk|sdklinux|recorder|core|connection|app|plugin_logic|faults)')
+    only=(-R 'tst_(sdk|sdklinux|recorder|core|connection|host_app|plugin_logic|faults)')
 fi
 build="${NETINFO_BUILD_DIR:-$default_build}"
 

@@ -328,7 +328,7 @@ bool NetSource::linksChanged()
         return true;
     }
     bool changed = false;
-    char buffer[8192];
+    alignas(nlmsghdr) char buffer[8192];
     for (;;) {
         const ssize_t got = recv(m_netlinkFd, buffer, sizeof buffer, MSG_DONTWAIT);
         if (got > 0 || (got < 0 && errno == ENOBUFS)) { // ENOBUFS: events were lost
@@ -350,19 +350,34 @@ bool NetSource::linksChanged()
 // the traffic since the last sample is not lost with the link.
 void NetSource::noteRemovedLinks(const char* data, size_t size)
 {
-    auto* header = reinterpret_cast<const nlmsghdr*>(data);
-    for (; NLMSG_OK(header, size); header = NLMSG_NEXT(header, size)) {
+    m_removed.append(parseRemovedLinks(data, size));
+}
+
+QList<NetSource::RemovedLink> parseRemovedLinks(const char* data, size_t size)
+{
+    QList<NetSource::RemovedLink> links;
+    size_t offset = 0;
+    while (size - offset >= sizeof(nlmsghdr)) {
+        const auto* header = reinterpret_cast<const nlmsghdr*>(data + offset);
+        if (header->nlmsg_len < sizeof(nlmsghdr) || header->nlmsg_len > size - offset)
+            break; // a truncated datagram
+        // The next message starts at the aligned length, which for the last
+        // one may lie past the end of the datagram.
+        const size_t aligned = (size_t(header->nlmsg_len) + NLMSG_ALIGNTO - 1) & ~size_t(NLMSG_ALIGNTO - 1);
+        offset += std::min(aligned, size - offset);
         if (header->nlmsg_type != RTM_DELLINK || header->nlmsg_len < NLMSG_LENGTH(sizeof(ifinfomsg)))
             continue;
         const auto* info = static_cast<const ifinfomsg*>(NLMSG_DATA(header));
-        RemovedLink removed;
+        NetSource::RemovedLink removed;
         removed.ifindex = quint32(info->ifi_index);
         bool haveStats = false;
         int length = int(IFLA_PAYLOAD(header));
         for (auto* attribute = IFLA_RTA(info); RTA_OK(attribute, length);
              attribute = RTA_NEXT(attribute, length)) {
             if (attribute->rta_type == IFLA_IFNAME) {
-                removed.name = QString::fromUtf8(static_cast<const char*>(RTA_DATA(attribute)));
+                // The kernel ends the name with a NUL; nothing past the attribute is read if not.
+                const auto* name = static_cast<const char*>(RTA_DATA(attribute));
+                removed.name = QString::fromUtf8(name, int(qstrnlen(name, RTA_PAYLOAD(attribute))));
             } else if (attribute->rta_type == IFLA_STATS64
                 && RTA_PAYLOAD(attribute) >= sizeof(rtnl_link_stats64)) {
                 rtnl_link_stats64 stats;
@@ -373,8 +388,9 @@ void NetSource::noteRemovedLinks(const char* data, size_t size)
             }
         }
         if (haveStats && !removed.name.isEmpty())
-            m_removed.append(removed);
+            links.append(removed);
     }
+    return links;
 }
 
 QList<NetSource::RemovedLink> NetSource::takeRemovedLinks()

@@ -124,4 +124,9 @@ private:
     bool m_warnedMalformed = false;
 };
 
+// The links that the RTM_DELLINK messages of one netlink datagram remove, with
+// their last counters; other messages, and links without a name or counters,
+// are skipped. data must be aligned as a netlink header.
+VELTSDK_EXPORT QList<NetSource::RemovedLink> parseRemovedLinks(const char* data, size_t size);
+
 } // namespace velt
