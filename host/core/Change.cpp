@@ -59,7 +59,7 @@ QString Change::tr(const QString& key, const QString& context)
     const auto found = texts.constFind(key);
     if (found != texts.constEnd())
         return *found;
-    const QString text = QCoreApplication::translate(context.toUtf8().constData(), key.toUtf8().constData());
+    QString text = QCoreApplication::translate(context.toUtf8().constData(), key.toUtf8().constData());
     if (texts.size() < 4096) // keys are a fixed vocabulary; a runaway caller is not kept
         texts.insert(key, text);
     return text;
