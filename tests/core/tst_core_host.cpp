@@ -1,18 +1,8 @@
-// Strings, units, message boxes, the plug-in container and the host services.
+// Strings, units, the settings file and message boxes.
 #include "Change.h"
 #include "CommonUtils.h"
-#include "HostIds.h"
-#include "HostServices.h"
-#include "IMainFrameUIService.h"
-#include "INotifyService.h"
-#include "MainFrameService.h"
-#include "PluginContainer.h"
-#include "Startup.h"
 #include "TestHome.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QLayout>
 #include <QPushButton>
 #include <QtTest>
 
@@ -23,9 +13,6 @@ Q_DECLARE_METATYPE(TagUnits)
 namespace {
 
 const QString kModule = QStringLiteral("NetInfoUIExPlugin");
-const QString kId = QStringLiteral("11111111-2222-3333-4444-555555555555");
-const QString kNotifyId = QString::fromLatin1(HostIds::NotifyServicePlugin);
-const QString kMainFrameId = QString::fromLatin1(HostIds::MainFramePlugin);
 constexpr unsigned long long KiB = 1024, MiB = KiB * 1024, GiB = MiB * 1024, TiB = GiB * 1024;
 
 // The codes ShowMessage answers with for its first, second and third button.
@@ -66,11 +53,7 @@ private slots:
         QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
     }
 
-    void cleanup()
-    {
-        Startup::SetPluginContainer(Startup::DefaultPluginContainer());
-        CommonUtils::SetMessageHook({});
-    }
+    void cleanup() { CommonUtils::SetMessageHook({}); }
 
     void fluxToString_data()
     {
@@ -105,26 +88,6 @@ private slots:
         QFETCH(TagUnitsTable, table);
         QFETCH(QString, locale);
         QTEST(CommonUtils::SpeedFluxToString(value, table, kModule, QLocale(locale)), "expected");
-    }
-
-    void hostServices()
-    {
-        PluginContainer container;
-        Startup::SetPluginContainer(&container);
-        QObject replacement;
-        auto services = std::make_unique<HostServices>();
-        auto* notify
-            = qobject_cast<INotifyService*>(container.GetPlugin(kNotifyId, HostIds::NotifyServiceKind));
-        QCOMPARE(notify, services->notifyService());
-        QVERIFY(
-            qobject_cast<IMainFrameUIService*>(container.GetPlugin(kMainFrameId, HostIds::MainFrameKind)));
-
-        // Whatever replaced a service meanwhile stays when the services go.
-        container.RegisterPlugin(
-            kNotifyId, HostIds::NotifyServiceKind, QStringLiteral("Other"), &replacement);
-        services.reset();
-        QCOMPARE(container.GetPlugin(kNotifyId, HostIds::NotifyServiceKind), &replacement);
-        QCOMPARE(container.GetPlugin(kMainFrameId, HostIds::MainFrameKind), nullptr);
     }
 
     void settings()
@@ -184,32 +147,6 @@ private slots:
         QTEST(showMessage(keys, true, nullptr, &parent), "expected");
     }
 
-    // Non-modal, the box waits for the user and deletes itself when answered.
-    void nonModalBoxWaits()
-    {
-        QDialog* dialog = nullptr;
-        QCOMPARE(showMessage({ "IDS_YES", "IDS_NO" }, false, &dialog), 0);
-        QPointer<QMessageBox> box(qobject_cast<QMessageBox*>(dialog));
-        QVERIFY(box && box->isVisible() && !box->isModal());
-        QAbstractButton* no = buttonWithText(*box, QStringLiteral("No"));
-        QVERIFY(no);
-        no->click();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!box);
-    }
-
-    void mainFrameForgetsDeletedWidgets()
-    {
-        MainFrameService service;
-        auto window = std::make_unique<QWidget>();
-        auto* central = new QWidget(window.get());
-        service.SetTopLevelWidget(window.get());
-        service.SetCentralWidget(central);
-        QCOMPARE(service.GetCentralWidget(), central);
-        window.reset();
-        QCOMPARE(service.GetTopLevelWidget(), nullptr);
-        QCOMPARE(service.GetCentralWidget(), nullptr);
-    }
 };
 
 QTEST_MAIN(TestHost)

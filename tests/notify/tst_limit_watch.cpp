@@ -28,14 +28,9 @@ void LimitWatchTest::crossings_data()
                          const char* colour) {
         QTest::newRow(name) << QString(settings) << QString(steps) << QString(fired) << QString(colour);
     };
-    row("below the warning", "", "1,79,0", "", "NoWarningColor");
-    row("at the warning", "", "1,80,0", "W", "BeforeWarningColor");
     row("restart does not re-send", "", "1,85,0;1,90,0;1,99,0", "W;;", "BeforeWarningColor");
-    row("straight past the limit", "", "1,150,0", "L", "ReachedWarningColor");
     row("new period re-arms", "", "1,85,0;1,100,0;2,85,0;2,101,0", "W;L;W;L", "ReachedWarningColor");
     row("only the early warning asked", "chkWarnAfter=false", "1,150,0;1,160,0", "W;", "ReachedWarningColor");
-    row("warnings off", "chkWarnbefore=false,chkWarnAfter=false", "1,85,0;1,150,0", ";",
-        "ReachedWarningColor");
     row("time limit", "", "1,0,59;1,0,60;1,0,90;2,0,60", ";T;;T", "NoWarningColor");
     row("data limit off, time on", "chkVolume=false", "1,500,60", "T", "ReachedWarningColor");
     row("no settings file yet", "-", "1,150,90", "", "NoWarningColor");

@@ -36,16 +36,6 @@ private:
     SimulatedBackend* m_sdk = nullptr;
     PluginFixture m_fixture;
 
-    NetInfoUILogic* initialisedLogic(const QByteArray& config, const QByteArray& edition = "common")
-    {
-        if (!config.isNull())
-            m_fixture.home->writePluginFile(QStringLiteral("NetInfoUIExConfig.xml"), config);
-        m_sdk->setCustomizeName(edition);
-        NetInfoUILogic* logic = NetInfoUILogic::Instance();
-        logic->Init();
-        return logic;
-    }
-
 private slots:
     void init()
     {
@@ -143,21 +133,6 @@ private slots:
         QCOMPARE(m_sdk->callCount(SdkCall::GetReport), reportCalls);
     }
 
-    void secondInitRegistersAgainAndRebuilds()
-    {
-        NetInfoUILogic* logic
-            = initialisedLogic(configDocument("<function><item name=\"SHOWGRAPH\" value=\"true\"/></function>"
-                                              "<speedunit><item name=\"KB/s\" value=\"1024\"/></speedunit>"));
-        const int entries = logic->mergedConfig().size();
-        QCOMPARE(logic->Init(), 0);
-        QCOMPARE(m_sdk->callCount(SdkCall::Register), 2);
-        QCOMPARE(logic->mergedConfig().size(), entries);
-
-        QSignalSpy spy(logic, &NetInfoUILogic::statisticsChanged);
-        m_sdk->tick();
-        QCOMPARE(spy.size(), 1); // registered twice, called once
-    }
-
     void initResult_data()
     {
         QTest::addColumn<QByteArray>("config"); // null: no file
@@ -221,7 +196,10 @@ private slots:
     {
         QFETCH(QByteArray, common);
         QFETCH(QByteArray, edition);
-        NetInfoUILogic* logic = initialisedLogic(configDocument(common, edition), "edition");
+        QVERIFY(m_fixture.home->writePluginFile("NetInfoUIExConfig.xml", configDocument(common, edition)));
+        m_sdk->setCustomizeName("edition");
+        NetInfoUILogic* logic = NetInfoUILogic::Instance();
+        logic->Init();
         QTEST(logic->IsFunctionEnable(QStringLiteral("SHOWGRAPH")), "enabled");
         QVector<TagUnits> speedUnits, fluxUnits;
         logic->GetSpeedUnitData(speedUnits);

@@ -1,6 +1,6 @@
 // The Linux backend over a fake /proc and a temporary ledger: counter
-// sequences, what is counted, reports, periods, reset, restarts, a killed
-// writer, files that are kept or moved aside, and two processes.
+// sequences, what is counted, reports, periods, reset, restarts, files that
+// are kept or moved aside, and two processes. Killed writers: tests/faults.
 #include "FakeProc.h"
 #include "LinuxBackend.h"
 #include "SdkTestSupport.h"
@@ -9,7 +9,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
-#include <csignal>
 #include <ctime>
 
 using namespace velt;
@@ -65,24 +64,6 @@ bool step(FakeProc& proc, LinuxBackend& backend, qint64 ms, const QString& name,
     return proc.write() && backend.tickNow();
 }
 
-// Runs as a child process: books twelve seconds of traffic, of which the
-// ledger commits the first ten, then dies by SIGKILL.
-int writeThenDie(const QString& root)
-{
-    FakeProc proc;
-    proc.root = root;
-    proc.state->wallMs = kJuneMs;
-    proc.set(QStringLiteral("wwan0"), 0, 0);
-    proc.write();
-    LinuxBackend backend(proc.options(root + QStringLiteral("/usage.sqlite")));
-    backend.start(nullptr);
-    for (int i = 1; i <= 12; ++i) {
-        if (!step(proc, backend, 1000, QStringLiteral("wwan0"), 1000 * i, 100 * i))
-            return 1;
-    }
-    raise(SIGKILL);
-    return 1;
-}
 } // namespace
 
 class TstSdkLinuxLedger : public QObject
@@ -298,43 +279,6 @@ private slots:
                 && entry.usage.received == 200);
     }
 
-    void killedWriter_data()
-    {
-        QTest::addColumn<QByteArray>("bootId");
-        QTest::addColumn<quint64>("receivedSince");
-        QTest::addColumn<StatisticsRecord>("year");
-        // The child committed 10000/1000 and died with 2000/200 unwritten.
-        QTest::newRow("same boot: the counters cover the loss")
-            << QByteArray("3f1c-boot-1") << 15000ull << usage(15000, 1500, 10);
-        QTest::newRow("rebooted: only the unwritten window lost")
-            << QByteArray("3f1c-boot-2") << 500ull << usage(10000, 1000, 10);
-    }
-
-    void killedWriter()
-    {
-        QFETCH(QByteArray, bootId);
-        QFETCH(quint64, receivedSince);
-        QFETCH(StatisticsRecord, year);
-        QProcess child;
-        child.start(QCoreApplication::applicationFilePath(),
-            { QStringLiteral("--write-then-die"), m_proc->dir.path() });
-        QVERIFY2(child.waitForFinished(60000), "the writer did not finish");
-        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
-
-        const QString path = m_proc->dir.filePath(QStringLiteral("usage.sqlite"));
-        QCOMPARE(UsageLedger(path, LedgerAccess::ReadOnly).total(0, kJuneMs).received, 10000ull);
-        m_proc->bootId = bootId;
-        m_proc->state->wallMs = kJuneMs + 60000;
-        m_proc->set(QStringLiteral("wwan0"), receivedSince, receivedSince / 10);
-        m_proc->write();
-        LinuxBackend backend(m_proc->options(path));
-        backend.start(nullptr);
-        QCOMPARE(report(backend, VELT_REPORT_YEAR), year);
-        // What the ledger catches up on is not this run's connection.
-        QCOMPARE(report(backend, VELT_REPORT_LIVE).bytesReceived, 0ull);
-        QVERIFY(QDir(m_proc->dir.path()).entryList({ QStringLiteral("*corrupt*") }).isEmpty());
-    }
-
     void ledgerKeptOrMovedAside_data()
     {
         QTest::addColumn<QString>("trouble");
@@ -467,12 +411,5 @@ private:
     std::unique_ptr<FakeProc> m_proc;
 };
 
-int main(int argc, char* argv[])
-{
-    QCoreApplication app(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--write-then-die") == 0)
-        return writeThenDie(QString::fromLocal8Bit(argv[2]));
-    TstSdkLinuxLedger test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TstSdkLinuxLedger)
 #include "tst_sdklinux_ledger.moc"

@@ -1,9 +1,8 @@
 // The view service in a sandboxed host home with a scripted SDK: rows per
-// switch, live and stored figures, the status panel, host notifications, the
-// settings page, reset and the graph's placement; and the stored figures'
+// switch, live and stored figures, the status panel, host notifications,
+// reset and the graph's placement; and the stored figures'
 // refresh on its own.
 #include "NetInfoGraphWidget.h"
-#include "NetInfoSettingUIPlugin.h"
 
 #include "HostIds.h"
 #include "HostServices.h"
@@ -264,27 +263,6 @@ private slots:
         emit NetInfoUILogic::Instance()->statisticsChanged(2048, 512, 0, 0, QStringLiteral(" "));
         QCOMPARE(graph->uploadSamples(), QList<double> { 2.0 });
         QCOMPARE(graph->downloadSamples(), QList<double> { 0.5 });
-    }
-
-    void settingsPageComesAndGoes()
-    {
-        QVERIFY(setUp());
-        emit m_view->getXMLUnit(QStringLiteral("MB"));
-        QWidget dialog;
-        QRect rect(10, 20, 300, 200);
-        for (bool ok : { true, false }) {
-            QVERIFY(!m_view->IsActiveSetting());
-            QVERIFY(m_view->ShowSettingDialog(&dialog, rect) && m_view->IsActiveSetting());
-            QWidget* page = NetInfoSettingUIPlugin::GetInstance()->GetPageWidget();
-            QVERIFY(page && page->parentWidget() == &dialog);
-            QCOMPARE(page->geometry(), rect);
-            auto* unitRow
-                = page->findChild<QHBoxLayout*>(QStringLiteral("NetInfoSettingDlg_hlayoutDataVolume"));
-            QCOMPARE(qobject_cast<QLabel*>(unitRow->itemAt(1)->widget())->text(), QStringLiteral("MB"));
-            QVERIFY(m_view->HideSetting() && page->isHidden());
-            QVERIFY(ok ? m_view->OnClickSettingOkButton() : m_view->OnClickSettingCancelButton());
-            QVERIFY(!m_view->IsActiveSetting() && !page->parentWidget());
-        }
     }
 
     // Periods are asked daily, monthly, yearly, weekly; the first failure
