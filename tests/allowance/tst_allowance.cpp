@@ -46,9 +46,6 @@ private slots:
         QTest::addColumn<qint64>("forecastMiB");
         QTest::addColumn<double>("percent");
 
-        QTest::newRow("mid-month at midnight")
-            << limitOf(K::Monthly, 30720) << 0 << at("2026-04-11T00:00:00") << 10240LL << 0LL
-            << QDate(2026, 4, 1) << QDate(2026, 5, 1) << 20 << 1024.0 << 1024.0 << 30720LL << 100.0 / 3;
         QTest::newRow("month spanning the spring change")
             << limitOf(K::Monthly, 33 * 1024) << 0 << at("2026-03-30T00:00:00") << 29 * 1024LL << 0LL
             << QDate(2026, 3, 1) << QDate(2026, 4, 1) << 2 << 1024.0 << 2048.0 << 31 * 1024LL
@@ -61,9 +58,6 @@ private slots:
         QTest::newRow("first moment of a period")
             << limitOf(K::Monthly, 31) << 14 << at("2026-05-15T00:00:00") << 0LL << 0LL << QDate(2026, 5, 15)
             << QDate(2026, 6, 15) << 31 << 0.0 << 1.0 << 0LL << 0.0;
-        QTest::newRow("last day of a period")
-            << limitOf(K::Monthly, 62) << 14 << at("2026-06-14T12:00:00") << 61LL << 0LL << QDate(2026, 5, 15)
-            << QDate(2026, 6, 15) << 1 << 2.0 << 1.0 << 62LL << 100.0 * 61 / 62;
         QTest::newRow("start day missing in February, no limit")
             << limitOf(K::Monthly, 0) << 30 << at("2026-02-28T12:00:00") << 1LL << 0LL << QDate(2026, 2, 28)
             << QDate(2026, 3, 31) << 31 << 2.0 << -1.0 << 62LL << 0.0;

@@ -146,7 +146,6 @@ private slots:
         });
         QTEST(showMessage(keys, true, nullptr, &parent), "expected");
     }
-
 };
 
 QTEST_MAIN(TestHost)

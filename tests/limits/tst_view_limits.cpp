@@ -85,8 +85,8 @@ private slots:
                 useToday(QByteArray(step).toDouble());
             seen << takeWarning();
         }
-        QCOMPARE(seen,
-            (QStringList { "IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER" }));
+        QCOMPARE(
+            seen, (QStringList { "IDS_BOX_WARNBEFORE", "", "", "IDS_BOX_WARNBEFORE", "IDS_BOX_WARNAFTER" }));
     }
 
     // A bar after a tick: the configured colour, the formatted text, value

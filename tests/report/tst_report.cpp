@@ -128,7 +128,8 @@ private slots:
         const QList<QByteArray> csv = toCsv(usage).split('\n');
         QCOMPARE(csv.first(), "period,start,end,scope,interface,connection,received,sent,connected_seconds");
         const QByteArray quoted = ",interface,wwan0,\"Home, \"\"fast\"\"\",4000,4,0";
-        QVERIFY(std::any_of(csv.begin(), csv.end(), [&](const QByteArray& line) { return line.endsWith(quoted); }));
+        QVERIFY(std::any_of(
+            csv.begin(), csv.end(), [&](const QByteArray& line) { return line.endsWith(quoted); }));
     }
 
     // The real binary on a ledger written the way the recorder writes it;

@@ -40,6 +40,10 @@ private slots:
         snapshot.live.downData = 2000000000ull;
         rows.buildLive(snapshot.live, snapshot.live.upData + snapshot.live.downData);
         QCOMPARE(rows.row(RowTransferTime), QStringLiteral("Time 00:00:07"));
+        for (const QString& text : { QString(), QStringLiteral("  ") }) { // only one blank keeps
+            snapshot.takeDuration(text);
+            QCOMPARE(snapshot.live.duration, text);
+        }
         QCOMPARE(rows.row(RowUploadSpeed), QStringLiteral("Speed 2048 B/s"));
         QCOMPARE(rows.row(RowDownloadData), QStringLiteral("Data 2000000000 B"));
         QCOMPARE(rows.panel(PanelTotalData), QStringLiteral("5000000000 B")); // past 2^32
