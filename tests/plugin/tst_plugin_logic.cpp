@@ -115,9 +115,7 @@ private slots:
         QFETCH(int, event);
         QFETCH(int, firstByte);
         QFETCH(bool, reportFails);
-        QFETCH(int, result);
         QFETCH(QVariantList, emitted);
-        QFETCH(int, reportCalls);
 
         m_sdk->setReport(VELT_REPORT_LIVE, record(777, qulonglong(1) << 33, 4000, 300, 3605));
         if (reportFails)
@@ -126,11 +124,11 @@ private slots:
         if (QTest::currentDataTag() == QLatin1String("bridge gone"))
             NetInfoUILogic::Destroy();
         unsigned char data = static_cast<unsigned char>(firstByte);
-        QCOMPARE(NetInfoUILogic::StatisticsEventCallBack(event, firstByte < 0 ? nullptr : &data), result);
+        QTEST(NetInfoUILogic::StatisticsEventCallBack(event, firstByte < 0 ? nullptr : &data), "result");
         QCOMPARE(spy.size(), emitted.isEmpty() ? 0 : 1);
         if (!emitted.isEmpty())
             QCOMPARE(spy.first(), emitted);
-        QCOMPARE(m_sdk->callCount(SdkCall::GetReport), reportCalls);
+        QTEST(m_sdk->callCount(SdkCall::GetReport), "reportCalls");
     }
 
     void initResult_data()
