@@ -1,7 +1,10 @@
 #include "AllowancePanel.h"
 
 #include "HostPaths.h"
+#include "StatisticsBackend.h"
 #include "UsageLedger.h"
+#include "UsagePeriods.h"
+#include "veltsdk.h"
 
 #include <QDateTime>
 #include <QEvent>
@@ -21,7 +24,8 @@ Q_LOGGING_CATEGORY(lcAllowance, "netinfo.allowance")
 
 namespace {
 
-constexpr int kRefreshMs = 60 * 1000;
+// Often enough that the panel and the view's month agree while one looks.
+constexpr int kRefreshMs = 5 * 1000;
 constexpr double kGigabyte = 1024.0 * 1024 * 1024;
 
 allowance::LimitPeriod periodNow(
@@ -36,7 +40,7 @@ allowance::LimitPeriod periodNow(
 AllowanceSources AllowanceSources::user()
 {
     return { HostPaths::userDataDir() + QStringLiteral("/usage.sqlite"),
-        HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile() };
+        HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile(), {} };
 }
 
 allowance::Figures currentAllowance(const AllowanceSources& sources, const QDateTime& now)
@@ -46,10 +50,30 @@ allowance::Figures currentAllowance(const AllowanceSources& sources, const QDate
     velt::UsageLedger ledger(sources.ledgerPath, velt::LedgerAccess::ReadOnly);
     const qint64 start = period.start.toSecsSinceEpoch();
     // Up to the end of the current bucket: the ledger counts whole buckets.
-    const velt::Usage usage = ledger.total(
-        start, velt::UsageLedger::bucketStart(now.toSecsSinceEpoch()) + velt::UsageLedger::BucketSeconds);
-    return allowance::compute(
-        now, period, usage.received + usage.sent, ledger.adjustmentTotal(start), limit.limitBytes);
+    const qint64 end
+        = velt::UsageLedger::bucketStart(now.toSecsSinceEpoch()) + velt::UsageLedger::BucketSeconds;
+    const velt::Usage usage = ledger.total(start, end);
+    quint64 used = usage.received + usage.sent;
+    // The writer commits every few seconds; the service's month already has
+    // the rest. Unwritten usage is recent, so it lies in the limit's period
+    // too, but for the seconds after the period's start.
+    if (const std::optional<quint64> month = sources.serviceMonth ? sources.serviceMonth() : std::nullopt) {
+        velt::PeriodSettingsReader settings(sources.hostSettingsFile);
+        const qint64 monthStart = velt::periodStarts(now, settings.settings()).month.toSecsSinceEpoch();
+        const velt::Usage written = ledger.total(monthStart, end);
+        if (*month > written.received + written.sent)
+            used += *month - (written.received + written.sent);
+    }
+    return allowance::compute(now, period, used, ledger.adjustmentTotal(start), limit.limitBytes);
+}
+
+std::optional<quint64> statisticsServiceMonth()
+{
+    char report[VELT_STATISTICS_REPORT_SIZE] = {};
+    if (VELT_Statistics_GetReport(VELT_REPORT_MONTH, report, 0) != 0)
+        return std::nullopt;
+    const velt::StatisticsRecord month = velt::readReport(report);
+    return month.bytesReceived + month.bytesSent;
 }
 
 QString allowanceTooltip(const AllowanceSources& sources)
@@ -162,6 +186,12 @@ void AllowancePanel::refresh()
         tr("Calibrated to your operator's count: %1%2 on what NetInfo recorded.")
             .arg(m_figures.adjustment < 0 ? QStringLiteral("\u2212") : QStringLiteral("+"),
                 size(std::abs(double(m_figures.adjustment)))));
+}
+
+void AllowancePanel::setServiceMonth(std::function<std::optional<quint64>()> serviceMonth)
+{
+    m_sources.serviceMonth = std::move(serviceMonth);
+    refresh();
 }
 
 bool AllowancePanel::calibrate(quint64 operatorBytes)

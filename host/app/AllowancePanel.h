@@ -7,6 +7,9 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+#include <optional>
+
 class QFormLayout;
 class QLabel;
 class QProgressBar;
@@ -18,10 +21,17 @@ struct AllowanceSources
     QString ledgerPath;
     QString limitFile;
     QString hostSettingsFile;
+    // The month so far (received + sent) as the statistics service counts it
+    // into the same ledger, written or not; empty: the ledger alone.
+    std::function<std::optional<quint64>()> serviceMonth;
     static AllowanceSources user();
 };
 
-// The figures now, read from the ledger read-only. For the tray's tooltip too.
+// The month so far from the statistics SDK; empty when it cannot say.
+std::optional<quint64> statisticsServiceMonth();
+
+// The figures now: the ledger read-only, plus what the statistics service
+// counted and has not written yet. For the tray's tooltip too.
 allowance::Figures currentAllowance(const AllowanceSources& sources = AllowanceSources::user(),
     const QDateTime& now = QDateTime::currentDateTime());
 QString allowanceTooltip(const AllowanceSources& sources = AllowanceSources::user());
@@ -34,6 +44,8 @@ public:
 
     void refresh();
     const allowance::Figures& figures() const { return m_figures; }
+    // Counts what the service has not written yet; off for demo figures.
+    void setServiceMonth(std::function<std::optional<quint64>()> serviceMonth);
     // Stores the operator's count for the current period as the difference
     // to what was recorded, replacing an earlier calibration of the period.
     bool calibrate(quint64 operatorBytes);

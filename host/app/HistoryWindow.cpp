@@ -28,6 +28,19 @@ constexpr int kAxisWidth = 64;
 constexpr int kMargin = 12;
 constexpr int kLabelHeight = 22;
 
+QString axisLabel(const QDateTime& start, report::HistoryKind kind, const QLocale& locale)
+{
+    switch (kind) {
+    case report::HistoryKind::Hours:
+        return locale.toString(start.time(), QStringLiteral("HH:mm"));
+    case report::HistoryKind::Days:
+        return locale.toString(start.date(), QStringLiteral("d.M."));
+    case report::HistoryKind::Months:
+        break;
+    }
+    return locale.toString(start.date(), QStringLiteral("MMM yy"));
+}
+
 } // namespace
 
 HistoryChart::HistoryChart(QWidget* parent)
@@ -38,10 +51,10 @@ HistoryChart::HistoryChart(QWidget* parent)
     setMinimumSize(360, 200);
 }
 
-void HistoryChart::setBars(const QList<Bar>& bars, bool months, quint64 limit)
+void HistoryChart::setBars(const QList<Bar>& bars, report::HistoryKind kind, quint64 limit)
 {
     m_bars = bars;
-    m_months = months;
+    m_kind = kind;
     m_limit = limit;
     update();
 }
@@ -100,10 +113,23 @@ QString HistoryChart::barText(int index) const
     const auto size = [&locale](quint64 bytes) {
         return locale.formattedDataSize(qint64(bytes), 2, QLocale::DataSizeTraditionalFormat);
     };
-    const QString when = m_months ? tr("%1 to %2")
-                                        .arg(locale.toString(bar.start.date(), QLocale::ShortFormat),
-                                            locale.toString(bar.end.addSecs(-1).date(), QLocale::ShortFormat))
-                                  : locale.toString(bar.start.date(), QLocale::LongFormat);
+    QString when;
+    switch (m_kind) {
+    case report::HistoryKind::Hours:
+        when = tr("%1, %2 to %3")
+                   .arg(locale.toString(bar.start.date(), QLocale::LongFormat),
+                       locale.toString(bar.start.time(), QLocale::ShortFormat),
+                       locale.toString(bar.end.time(), QLocale::ShortFormat));
+        break;
+    case report::HistoryKind::Days:
+        when = locale.toString(bar.start.date(), QLocale::LongFormat);
+        break;
+    case report::HistoryKind::Months:
+        when = tr("%1 to %2")
+                   .arg(locale.toString(bar.start.date(), QLocale::ShortFormat),
+                       locale.toString(bar.end.addSecs(-1).date(), QLocale::ShortFormat));
+        break;
+    }
     return tr("%1\nReceived: %2\nSent: %3\nTotal: %4")
         .arg(when, size(bar.received), size(bar.sent), size(bar.received + bar.sent));
 }
@@ -162,8 +188,7 @@ void HistoryChart::paintEvent(QPaintEvent*)
             QRectF(whole.left(), whole.top(), whole.width(), whole.height() - receivedHeight), kSent);
         if (i % labelEvery == 0) {
             painter.setPen(palette().color(QPalette::Text));
-            const QString label = m_months ? locale.toString(bar.start.date(), QStringLiteral("MMM yy"))
-                                           : locale.toString(bar.start.date(), QStringLiteral("d.M."));
+            const QString label = axisLabel(bar.start, m_kind, locale);
             painter.drawText(QRectF(whole.center().x() - 40, plot.bottom() + 4, 80, kLabelHeight),
                 Qt::AlignHCenter | Qt::AlignTop, label);
         }
@@ -187,7 +212,10 @@ HistoryWindow::HistoryWindow(QString ledgerPath, QString limitFile, QString host
     setObjectName(QStringLiteral("NetInfo_HistoryWindow"));
     setWindowTitle(tr("NetInfo \u2014 History"));
     m_kind = new QComboBox(this);
-    m_kind->addItems({ tr("Days of this and the previous period"), tr("The last twelve months") });
+    m_kind->addItem(tr("The last 48 hours"), int(report::HistoryKind::Hours));
+    m_kind->addItem(tr("Days of this and the previous period"), int(report::HistoryKind::Days));
+    m_kind->addItem(tr("The last twelve months"), int(report::HistoryKind::Months));
+    m_kind->setCurrentIndex(1);
     connect(m_kind, &QComboBox::currentIndexChanged, this, [this] { reload(); });
     auto* legend = new QLabel(
         tr("<span style='color:%1'>&#9632;</span> received &nbsp; <span style='color:%2'>&#9632;</span> sent")
@@ -210,18 +238,17 @@ HistoryWindow::HistoryWindow(QString ledgerPath, QString limitFile, QString host
     layout->addWidget(m_note);
 }
 
-void HistoryWindow::showMonths(bool months)
+void HistoryWindow::showKind(report::HistoryKind kind)
 {
-    m_kind->setCurrentIndex(months ? 1 : 0); // reloads when it changes
+    m_kind->setCurrentIndex(m_kind->findData(int(kind))); // reloads when it changes
 }
 
 void HistoryWindow::reload(const QDateTime& now)
 {
-    const bool months = m_kind->currentIndex() == 1;
+    const auto kind = report::HistoryKind(m_kind->currentData().toInt());
     const report::LimitSettings limit = report::readLimitSettings(m_limitFile);
     velt::PeriodSettingsReader settings(m_settingsFile);
-    const QList<report::Period> periods = report::historyPeriods(
-        now, settings.settings(), limit, months ? report::HistoryKind::Months : report::HistoryKind::Days);
+    const QList<report::Period> periods = report::historyPeriods(now, settings.settings(), limit, kind);
     QString error;
     std::unique_ptr<report::UsageSource> source = report::openLedger(m_ledgerPath, error);
     QList<HistoryChart::Bar> bars;
@@ -234,9 +261,10 @@ void HistoryWindow::reload(const QDateTime& now)
         m_note->setText(error);
     }
     // The line only where a bar spans the limit's own period.
-    const bool limitFits = months ? limit.kind == report::LimitSettings::Kind::Monthly
-                                  : limit.kind == report::LimitSettings::Kind::Daily;
-    m_chart->setBars(bars, months, limitFits ? limit.limitBytes : 0);
+    const bool limitFits
+        = (kind == report::HistoryKind::Months && limit.kind == report::LimitSettings::Kind::Monthly)
+        || (kind == report::HistoryKind::Days && limit.kind == report::LimitSettings::Kind::Daily);
+    m_chart->setBars(bars, kind, limitFits ? limit.limitBytes : 0);
 }
 
 bool HistoryWindow::exportPng(const QString& path)

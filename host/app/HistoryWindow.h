@@ -1,4 +1,4 @@
-// Daily and monthly usage as stacked bars (received below, sent above), with
+// Hourly, daily and monthly usage as stacked bars (received below, sent above), with
 // the limit line where the limit counts such periods. Painted by hand rather
 // than with Qt Charts: that module alone would add more start-up time and
 // memory than the whole application needs for a few dozen rectangles.
@@ -29,8 +29,8 @@ public:
     };
 
     explicit HistoryChart(QWidget* parent = nullptr);
-    // Days or months; limit 0 draws no line.
-    void setBars(const QList<Bar>& bars, bool months, quint64 limit);
+    // Bars of one kind of period; limit 0 draws no line.
+    void setBars(const QList<Bar>& bars, report::HistoryKind kind, quint64 limit);
     const QList<Bar>& bars() const { return m_bars; }
 
     // The largest unit that the figures reach, so the axis reads 1.5 GB rather than 1536 MB.
@@ -50,7 +50,7 @@ private:
     QRectF barRect(int index, double maximum) const;
 
     QList<Bar> m_bars;
-    bool m_months = false;
+    report::HistoryKind m_kind = report::HistoryKind::Days;
     quint64 m_limit = 0;
 };
 
@@ -64,7 +64,7 @@ public:
         QString ledgerPath, QString limitFile, QString hostSettingsFile, QWidget* parent = nullptr);
 
     void reload(const QDateTime& now = QDateTime::currentDateTime());
-    void showMonths(bool months);
+    void showKind(report::HistoryKind kind);
     HistoryChart* chart() const { return m_chart; }
     bool exportPng(const QString& path);
 

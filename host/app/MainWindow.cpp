@@ -134,6 +134,7 @@ void MainWindow::setSource(bool simulated, const QString& interfaceName)
     m_strInterface = interfaceName;
     // Demo figures are not in the ledger: the limit panel would contradict them.
     m_pAllowanceDock->setVisible(!simulated);
+    m_pAllowancePanel->setServiceMonth(simulated ? nullptr : statisticsServiceMonth);
     retranslate();
 }
 

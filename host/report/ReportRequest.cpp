@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QMap>
 
 namespace report {
 
@@ -48,9 +49,9 @@ ReportRequest parseReportRequest(
         QStringLiteral("Read the usage ledger <file> (default: %1).").arg(defaultDatabase),
         QStringLiteral("file"));
     const QCommandLineOption history(QStringLiteral("history"),
-        QStringLiteral("Usage per day over the current and the previous limit period "
-                       "(days), or per month over the last twelve (months)."),
-        QStringLiteral("days|months"));
+        QStringLiteral("Usage per hour over the last 48 (hours), per day over the current and the "
+                       "previous limit period (days), or per month over the last twelve (months)."),
+        QStringLiteral("hours|days|months"));
     const QCommandLineOption openMetrics(QStringLiteral("openmetrics"),
         QStringLiteral("Print the periods' counters and the limit's figures in the "
                        "OpenMetrics text format."));
@@ -72,15 +73,16 @@ ReportRequest parseReportRequest(
     const bool ranged = parser.isSet(from) || parser.isSet(to);
     if (int(ranged) + int(parser.isSet(history)) + int(parser.isSet(openMetrics)) > 1)
         return invalid(QStringLiteral("--from/--to, --history and --openmetrics go alone"));
+    static const QMap<QString, HistoryKind> kinds { { QStringLiteral("hours"), HistoryKind::Hours },
+        { QStringLiteral("days"), HistoryKind::Days }, { QStringLiteral("months"), HistoryKind::Months } };
     const QString historyKind = parser.value(history);
-    if (parser.isSet(history) && historyKind != QLatin1String("days")
-        && historyKind != QLatin1String("months"))
-        return invalid(QStringLiteral("--history takes days or months, not \"%1\"").arg(historyKind));
+    if (parser.isSet(history) && !kinds.contains(historyKind))
+        return invalid(QStringLiteral("--history takes hours, days or months, not \"%1\"").arg(historyKind));
 
     ReportRequest request;
     if (parser.isSet(history)) {
         request.periods = Periods::History;
-        request.history = historyKind == QLatin1String("days") ? HistoryKind::Days : HistoryKind::Months;
+        request.history = kinds.value(historyKind);
     } else if (ranged) {
         request.periods = Periods::Range;
         request.first = parser.isSet(from) ? parseReportDate(parser.value(from)) : QDate();

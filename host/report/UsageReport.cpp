@@ -66,6 +66,21 @@ QList<Period> historyPeriods(
     const QDateTime& now, const velt::PeriodSettings& settings, const LimitSettings& limit, HistoryKind kind)
 {
     QList<Period> periods;
+    if (kind == HistoryKind::Hours) {
+        // A day's worth and the one before: what last night cost is the
+        // question hours answer. Hours step in absolute time, so a repeated
+        // or skipped hour at a clock change is still one bar of an hour.
+        QDateTime start(now.date(), QTime(now.time().hour(), 0));
+        if (start > now)
+            start = start.addSecs(-3600); // a skipped local hour resolved forward
+        QDateTime end = now;
+        for (int i = 0; i < 48; ++i) {
+            periods.prepend({ QStringLiteral("hour"), start, end });
+            end = start;
+            start = start.addSecs(-3600);
+        }
+        return periods;
+    }
     if (kind == HistoryKind::Months) {
         QDateTime end = now;
         QDateTime start = velt::periodStarts(now, settings).month;

@@ -30,11 +30,11 @@ QList<Period> currentPeriods(
 // from's first moment up to the end of to, local time.
 Period rangePeriod(const QDate& from, const QDate& to);
 
-enum class HistoryKind { Days, Months };
+enum class HistoryKind { Days, Months, Hours };
 // Days: each day of the previous and the current limit period (of the last
 // three months for a limit counted from a date). Months: the last twelve,
-// each beginning on the host's month start day. Oldest first; the last ends
-// at now.
+// each beginning on the host's month start day. Hours: the last 48 from the
+// top of the hour, local time. Oldest first; the last ends at now.
 QList<Period> historyPeriods(
     const QDateTime& now, const velt::PeriodSettings& settings, const LimitSettings& limit, HistoryKind kind);
 

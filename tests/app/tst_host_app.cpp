@@ -2,9 +2,11 @@
 // path from usage crossing a limit to the connection being dropped.
 #include "HostApplication.h"
 
+#include "AllowancePanel.h"
 #include "BackgroundRecording.h"
 #include "ConnectionControl.h"
 #include "HostPaths.h"
+#include "UsageLedger.h"
 
 #include "Change.h"
 #include "CommonUtils.h"
@@ -275,6 +277,24 @@ private slots:
         QVERIFY2(
             shown.contains(expected) && shown.contains(obstacle == "file" ? dir : ""), qPrintable(shown));
         QVERIFY(!QFile::exists("/.local/share/netinfo"));
+    }
+
+    // The limit panel adds what the statistics service counted and has not
+    // written yet, so it agrees with the view's month; once, not twice.
+    void allowanceCountsUnwrittenUsage()
+    {
+        TestHome home;
+        const QDateTime now = QDateTime::currentDateTime();
+        {
+            velt::UsageLedger ledger(home.userFile("usage.sqlite"));
+            QVERIFY(ledger.open(now.toSecsSinceEpoch()));
+            ledger.add({ "wwan0", "" }, now.toSecsSinceEpoch(), { 1000, 200, 0 });
+            QVERIFY(ledger.commit());
+        }
+        AllowanceSources sources = AllowanceSources::user();
+        QCOMPARE(currentAllowance(sources, now).used, 1200u);
+        sources.serviceMonth = [] { return std::optional<quint64>(1700); };
+        QCOMPARE(currentAllowance(sources, now).used, 1700u);
     }
 
     void backgroundRecording_data()

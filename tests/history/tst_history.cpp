@@ -8,6 +8,8 @@
 
 #include <QtTest>
 
+Q_DECLARE_METATYPE(report::HistoryKind)
+
 class TestHistory : public QObject
 {
     Q_OBJECT
@@ -15,15 +17,16 @@ class TestHistory : public QObject
 private slots:
     void barsCoverTheLedger_data()
     {
-        QTest::addColumn<bool>("months");
+        QTest::addColumn<report::HistoryKind>("kind");
         QTest::addColumn<int>("minimumBars");
-        QTest::newRow("days") << false << 29; // at least a whole previous month
-        QTest::newRow("months") << true << 12;
+        QTest::newRow("hours") << report::HistoryKind::Hours << 48;
+        QTest::newRow("days") << report::HistoryKind::Days << 29; // at least a whole previous month
+        QTest::newRow("months") << report::HistoryKind::Months << 12;
     }
 
     void barsCoverTheLedger()
     {
-        QFETCH(bool, months);
+        QFETCH(report::HistoryKind, kind);
         QFETCH(int, minimumBars);
         TestHome home;
         QVERIFY(home.writeUserFile("DataUsageLimit.ini",
@@ -41,7 +44,7 @@ private slots:
         }
         HistoryWindow window(
             path, home.userFile("DataUsageLimit.ini"), home.configHome() + "/netinfo/none.conf");
-        window.showMonths(months);
+        window.showKind(kind);
         window.reload();
         const QList<HistoryChart::Bar> bars = window.chart()->bars();
         QVERIFY2(bars.size() >= minimumBars, qPrintable(QString::number(bars.size())));
@@ -54,10 +57,11 @@ private slots:
             QCOMPARE(i == 0 ? bars[i].start : bars[i - 1].end, bars[i].start); // no gaps, no overlaps
         }
         QVERIFY(bars.last().end >= now);
-        // Months begin where the limit's period does, so both cover it alike.
+        // Days and months begin where the limit's period does, so both cover it alike.
         const QDateTime limitStart = allowance::currentLimitPeriod(now, {}, {}).start;
-        QVERIFY(std::any_of(
-            bars.cbegin(), bars.cend(), [&](const auto& bar) { return bar.start == limitStart; }));
+        QVERIFY(kind == report::HistoryKind::Hours
+            || std::any_of(
+                bars.cbegin(), bars.cend(), [&](const auto& bar) { return bar.start == limitStart; }));
     }
 
     void unitFollowsFigures_data()
