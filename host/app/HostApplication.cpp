@@ -536,7 +536,11 @@ void HostApplication::setUpTray()
         connect(m_tray.get(), &TrayIcon::historyRequested, &m_window,
             [this] { QMetaObject::invokeMethod(&m_window, "showHistory"); });
     }
-    QAction* autostart = m_window.toolsMenu()->addAction(tr("Start in the tray at login"));
+    // Among the other settings, above the separator and Quit.
+    QMenu* tools = m_window.toolsMenu();
+    const QList<QAction*> toolActions = tools->actions();
+    auto* autostart = new QAction(tr("Start in the tray at login"), tools);
+    tools->insertAction(toolActions.size() >= 2 ? toolActions.at(toolActions.size() - 2) : nullptr, autostart);
     autostart->setObjectName(QStringLiteral("NetInfo_AutostartAction"));
     connect(&m_window, &MainWindow::retranslated, autostart,
         [autostart] { autostart->setText(tr("Start in the tray at login")); });
