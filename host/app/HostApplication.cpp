@@ -540,7 +540,8 @@ void HostApplication::setUpTray()
     QMenu* tools = m_window.toolsMenu();
     const QList<QAction*> toolActions = tools->actions();
     auto* autostart = new QAction(tr("Start in the tray at login"), tools);
-    tools->insertAction(toolActions.size() >= 2 ? toolActions.at(toolActions.size() - 2) : nullptr, autostart);
+    tools->insertAction(
+        toolActions.size() >= 2 ? toolActions.at(toolActions.size() - 2) : nullptr, autostart);
     autostart->setObjectName(QStringLiteral("NetInfo_AutostartAction"));
     connect(&m_window, &MainWindow::retranslated, autostart,
         [autostart] { autostart->setText(tr("Start in the tray at login")); });

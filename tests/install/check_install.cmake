@@ -37,6 +37,11 @@ unset(ENV{NETINFO_LIBRARY_PATH})
 set(ENV{HOME} ${user})
 set(ENV{XDG_DATA_HOME} ${user}/data)
 set(ENV{XDG_CONFIG_HOME} ${user}/config)
+# Its own runtime folder: a window that another test runs must not take this
+# start for a second instance and swallow it.
+file(MAKE_DIRECTORY ${user}/run)
+file(CHMOD ${user}/run DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+set(ENV{XDG_RUNTIME_DIR} ${user}/run)
 set(ENV{QT_QPA_PLATFORM} offscreen)
 
 execute_process(COMMAND ${prefix}/bin/netinfo --help

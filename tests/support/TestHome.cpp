@@ -6,7 +6,8 @@
 #include <QMap>
 
 namespace {
-const char* const kVariables[] = { "NETINFO_LIBRARY_PATH", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME" };
+const char* const kVariables[]
+    = { "NETINFO_LIBRARY_PATH", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME", "XDG_RUNTIME_DIR" };
 
 bool writeFile(const QString& path, const QByteArray& content)
 {
@@ -24,8 +25,12 @@ TestHome::TestHome()
         return;
     QDir root(m_dir.path());
     for (const char* sub :
-        { "home/plugins/NetInfoUIExPlugin", "home/translations", "data", "config", "user" })
+        { "home/plugins/NetInfoUIExPlugin", "home/translations", "data", "config", "user", "run" })
         root.mkpath(QLatin1String(sub));
+    // A running window elsewhere must not take this test's start for a second one.
+    QFile::setPermissions(
+        m_dir.path() + QStringLiteral("/run"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_dir.path() + QStringLiteral("/run")));
     qputenv("NETINFO_LIBRARY_PATH", QFile::encodeName(homePath()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(dataHome()));
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(configHome()));

@@ -82,8 +82,6 @@ private slots:
     void secondStartShowsTheWindow()
     {
         TestHome home;
-        QTemporaryDir runtime;
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
         const QString name = SingleInstance::socketName();
         QVERIFY(!SingleInstance::activateRunning(name, 200));
 
