@@ -63,26 +63,6 @@ private slots:
             || std::any_of(
                 bars.cbegin(), bars.cend(), [&](const auto& bar) { return bar.start == limitStart; }));
     }
-
-    void unitFollowsFigures_data()
-    {
-        QTest::addColumn<quint64>("bytes");
-        QTest::addColumn<QString>("unit");
-        QTest::addColumn<double>("axis");
-        QTest::newRow("bytes") << quint64(700) << "B" << 1000.0;
-        QTest::newRow("just a KB") << quint64(1024) << "KB" << 1.0;
-        QTest::newRow("MB") << quint64(3) * 1024 * 1024 + 1 << "MB" << 5.0;
-        QTest::newRow("GB") << quint64(15) * 1024 * 1024 * 1024 << "GB" << 20.0;
-        QTest::newRow("nothing") << quint64(0) << "B" << 1.0;
-    }
-
-    void unitFollowsFigures()
-    {
-        QFETCH(quint64, bytes);
-        const HistoryChart::Unit unit = HistoryChart::unitFor(bytes);
-        QTEST(QString::fromLatin1(unit.name), "unit");
-        QTEST(HistoryChart::axisMaximum(bytes, unit), "axis");
-    }
 };
 
 QTEST_MAIN(TestHistory)

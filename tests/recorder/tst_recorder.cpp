@@ -1,5 +1,5 @@
-// The real netinfo-recorder as a child process: its command line, and a clean
-// stop (usage written) on every signal a logout or a kill sends.
+// The real netinfo-recorder as a child process: a clean stop (usage written)
+// on every signal a logout or a kill sends.
 #include "TestHome.h"
 
 #include <QtTest>
@@ -21,30 +21,6 @@ class TestRecorder : public QObject
     }
 
 private slots:
-    void commandLine_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("output"); // part of stdout + stderr
-        QTest::newRow("version") << QStringList { "--version" } << 0 << "netinfo-recorder 1.0";
-        QTest::newRow("blank interface") << QStringList { "--interface", " " } << 2 << "needs the name";
-        QTest::newRow("unknown option") << QStringList { "--bogus" } << 1 << "Unknown option";
-    }
-
-    void commandLine()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, output);
-        TestHome home;
-        QProcess recorder;
-        recorder.setProcessEnvironment(environment());
-        recorder.start(NETINFO_RECORDER, arguments);
-        QVERIFY(recorder.waitForFinished(10000));
-        const QString printed = recorder.readAllStandardOutput() + recorder.readAllStandardError();
-        QVERIFY2(printed.contains(output), qPrintable(printed));
-        QTEST(recorder.exitCode(), "exitCode");
-    }
-
     void cleanStop_data()
     {
         QTest::addColumn<int>("signalNumber");
