@@ -26,13 +26,9 @@ private slots:
         };
         row("restart does not re-send", "", "1,85,0;1,90,0;1,99,0", "W;;", "BeforeWarningColor");
         row("new period re-arms", "", "1,85,0;1,100,0;2,85,0;2,101,0", "W;L;W;L", "ReachedWarningColor");
-        row("only the early warning asked", "chkWarnAfter=false", "1,150,0;1,160,0", "W;",
-            "ReachedWarningColor");
         row("time limit", "", "1,0,59;1,0,60;1,0,90;2,0,60", ";T;;T", "NoWarningColor");
         row("data limit off, time on", "chkVolume=false", "1,500,60", "T", "ReachedWarningColor");
         row("no settings file yet", "-", "1,150,90", "", "NoWarningColor");
-        row("no percentage: limit only", "WarnBeforPercentage=0", "1,90,0;1,100,0", ";L",
-            "ReachedWarningColor");
     }
 
     void crossings()
