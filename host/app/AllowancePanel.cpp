@@ -110,6 +110,8 @@ void AllowancePanel::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
         retranslate();
+    if (event->type() == QEvent::LayoutDirectionChange)
+        refresh(); // the percent text depends on the reading direction
     QWidget::changeEvent(event);
 }
 
@@ -139,7 +141,7 @@ void AllowancePanel::refresh()
     const QLocale locale;
     m_bar->setVisible(m_figures.limit > 0);
     m_bar->setValue(int(std::min(m_figures.percent, 100.0) * 10));
-    m_bar->setFormat(QStringLiteral("%1 %").arg(locale.toString(m_figures.percent, 'f', 1)));
+    m_bar->setFormat(allowance::percentText(m_figures.percent, locale, layoutDirection()));
     const auto size = [&locale](double bytes) {
         return locale.formattedDataSize(
             qint64(std::llround(std::max(bytes, 0.0))), 2, QLocale::DataSizeTraditionalFormat);
