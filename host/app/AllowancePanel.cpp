@@ -31,6 +31,16 @@ allowance::LimitPeriod periodNow(
     return allowance::currentLimitPeriod(now, settings.settings(), limit);
 }
 
+// A selectable label lays its text out as a document, which takes the
+// paragraph's direction from the first strong letter even inside an
+// isolated amount: a right-to-left sentence that opens with one ("5.73 MB
+// of 2.00 MB" in Arabic) read left to right, its amounts swapped. A leading
+// right-to-left mark sets the direction the sentence really has.
+QString paragraph(const QString& text)
+{
+    return text.isRightToLeft() ? QChar(0x200F) + text : text;
+}
+
 } // namespace
 
 AllowanceSources AllowanceSources::user()
@@ -148,8 +158,9 @@ void AllowancePanel::refresh()
     };
     const QString none = QStringLiteral("\u2013");
     const bool limited = m_figures.limit > 0;
-    m_used->setText(limited ? tr("%1 of %2").arg(size(double(m_figures.used)), size(double(m_figures.limit)))
-                            : tr("%1 (no limit set)").arg(size(double(m_figures.used))));
+    m_used->setText(
+        paragraph(limited ? tr("%1 of %2").arg(size(double(m_figures.used)), size(double(m_figures.limit)))
+                          : tr("%1 (no limit set)").arg(size(double(m_figures.used)))));
     m_remaining->setText(limited ? size(double(m_figures.remaining)) : none);
     m_daysLeft->setText(m_figures.daysLeft >= 0 ? locale.toString(m_figures.daysLeft) : none);
     m_average->setText(size(m_figures.averageDaily));
