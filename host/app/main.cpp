@@ -1,7 +1,7 @@
 // The NetInfo host: loads the plug-in module and gives it a main window.
-#include "ButtonLabelStyle.h"
 #include "HostApplication.h"
 #include "PluginMessageFormat.h"
+#include "RightToLeftStyle.h"
 #include "SingleInstance.h"
 
 #include <QApplication>
@@ -20,7 +20,7 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(QStringLiteral("netinfo"));
     QApplication::setApplicationDisplayName(QStringLiteral("NetInfo"));
     QApplication::setApplicationVersion(QStringLiteral(NETINFO_VERSION));
-    QApplication::setStyle(new ButtonLabelStyle(QApplication::style()->name()));
+    QApplication::setStyle(new RightToLeftStyle(QApplication::style()->name()));
 
     HostOptions options;
     QString message;
