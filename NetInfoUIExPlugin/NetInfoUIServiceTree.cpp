@@ -1,6 +1,7 @@
 // The view's widget hierarchy, the statistics tree and its column-width rule.
 #include "NetInfoUIService.h"
 
+#include "ButtonTextFit.h"
 #include "GridDelegateLayout.h"
 #include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
@@ -104,12 +105,12 @@ void CNetInfoUIService::createLeftWidget()
     if (m_pResetButton || m_pSetLimitButton) {
         if (m_pResetButton) {
             const QString text = tr(QStringLiteral("IDS_BTN_RESET"));
-            CommonUtils::AbstractButtonElidedText(m_pResetButton, text, 1);
+            ButtonTextFit::fit(m_pResetButton, text);
             m_pResetButton->setToolTip(text);
         }
         if (m_pSetLimitButton) {
             const QString text = tr(QStringLiteral("IDC_BTN_SETLIMIT"));
-            CommonUtils::AbstractButtonElidedText(m_pSetLimitButton, text, 1);
+            ButtonTextFit::fit(m_pSetLimitButton, text);
             m_pSetLimitButton->setToolTip(text);
         }
     }
@@ -147,7 +148,7 @@ void CNetInfoUIService::createStatisticsWidget()
         m_pTransferNode->addChild(m_pTransferTimeItem);
         m_pTransferTimeItem->setIcon(0, treeIcon("Icon_09"));
         m_snapshot.live.duration = QStringLiteral("00:00:00");
-        m_pTransferTimeItem->setText(0, m_strTime + QLatin1Char(' ') + m_snapshot.live.duration);
+        m_pTransferTimeItem->setText(0, view::rowText(m_strTime, m_snapshot.live.duration));
     }
 
     addUpLoadWidgetStatisticsWidget();
@@ -196,10 +197,10 @@ void CNetInfoUIService::addTransferDirection(const char* function, QTreeWidgetIt
     node->setExpanded(true);
     node->addChild(speedItem);
     speedItem->setIcon(0, treeIcon("Icon_09"));
-    speedItem->setText(0, m_strSpeed + QLatin1Char(' ') + zeroValue(m_vecSpeedUnits));
+    speedItem->setText(0, view::rowText(m_strSpeed, zeroValue(m_vecSpeedUnits)));
     node->addChild(dataItem);
     dataItem->setIcon(0, treeIcon("Icon_09"));
-    dataItem->setText(0, m_strData + QLatin1Char(' ') + zeroValue(m_vecFluxUnits));
+    dataItem->setText(0, view::rowText(m_strData, zeroValue(m_vecFluxUnits)));
 }
 
 void CNetInfoUIService::addStatisticsNodeComponets()
@@ -224,7 +225,7 @@ void CNetInfoUIService::addStatisticsNodeComponets()
         m_snapshot.lastReset.clear();
         m_pLogic->GetLastResetTime(m_snapshot.lastReset);
         m_pLastResetItem->setIcon(0, treeIcon("Icon_09"));
-        m_pLastResetItem->setText(0, m_strLastResetCaption + QLatin1Char(' ') + m_snapshot.lastReset);
+        m_pLastResetItem->setText(0, view::rowText(m_strLastResetCaption, m_snapshot.lastReset));
     } else {
         m_pLastResetItem->setHidden(true);
     }
@@ -276,9 +277,9 @@ void CNetInfoUIService::addPeriodNode(const char* function, QTreeWidgetItem* nod
     node->setText(0, tr(QLatin1String(labelKey)));
     node->setExpanded(true);
     uploaded->setIcon(0, treeIcon("Icon_09"));
-    uploaded->setText(0, m_strUploaded + QLatin1Char(' ') + zeroValue(zeroUnits));
+    uploaded->setText(0, view::rowText(m_strUploaded, zeroValue(zeroUnits)));
     downloaded->setIcon(0, treeIcon("Icon_09"));
-    downloaded->setText(0, m_strDownloaded + QLatin1Char(' ') + zeroValue(zeroUnits));
+    downloaded->setText(0, view::rowText(m_strDownloaded, zeroValue(zeroUnits)));
 }
 
 void CNetInfoUIService::addNoteInTree()

@@ -4,12 +4,12 @@
 
 namespace view {
 
-namespace {
-    QString joined(const QString& caption, const QString& value)
-    {
-        return caption + QLatin1Char(' ') + value;
-    }
-} // namespace
+QString rowText(const QString& caption, const QString& value)
+{
+    if (caption.isRightToLeft() && !value.isRightToLeft())
+        return caption + QLatin1Char(' ') + QChar(0x2066) + value + QChar(0x2069);
+    return caption + QLatin1Char(' ') + value;
+}
 
 TreeRows::TreeRows(
     Captions captions, QVector<TagUnits> speedUnits, QVector<TagUnits> fluxUnits, Format format)
@@ -32,7 +32,7 @@ const QString& TreeRows::formatted(Figure& figure, unsigned long long value, con
 void TreeRows::buildLive(const LiveFigures& live, quint64 total)
 {
     m_panel[PanelDuration] = live.duration;
-    m_rows[RowTransferTime] = joined(m_captions.time, live.duration);
+    m_rows[RowTransferTime] = rowText(m_captions.time, live.duration);
     const struct
     {
         Row row;
@@ -51,14 +51,14 @@ void TreeRows::buildLive(const LiveFigures& live, quint64 total)
             = !m_figures[v.row].formatted || m_figures[v.row].value != v.value || m_rows[v.row].isEmpty();
         m_panel[v.panel] = formatted(m_figures[v.row], v.value, v.units);
         if (moved)
-            m_rows[v.row] = joined(v.caption, m_panel[v.panel]);
+            m_rows[v.row] = rowText(v.caption, m_panel[v.panel]);
     }
     m_panel[PanelTotalData] = formatted(m_figures[RowCount], total, m_fluxUnits);
 }
 
 void TreeRows::buildStored(const StatisticsSnapshot& snapshot)
 {
-    m_rows[RowLastReset] = joined(m_captions.lastReset, snapshot.lastReset);
+    m_rows[RowLastReset] = rowText(m_captions.lastReset, snapshot.lastReset);
     const struct
     {
         Row row;
@@ -79,7 +79,7 @@ void TreeRows::buildStored(const StatisticsSnapshot& snapshot)
             = !m_figures[v.row].formatted || m_figures[v.row].value != value || m_rows[v.row].isEmpty();
         const QString& text = formatted(m_figures[v.row], value, m_fluxUnits);
         if (moved)
-            m_rows[v.row] = joined(v.uploaded ? m_captions.uploaded : m_captions.downloaded, text);
+            m_rows[v.row] = rowText(v.uploaded ? m_captions.uploaded : m_captions.downloaded, text);
     }
 }
 

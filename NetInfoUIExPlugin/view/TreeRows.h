@@ -50,6 +50,12 @@ struct Captions
     QString lastReset;
 };
 
+// A row's caption and value joined by a space. After a right-to-left caption
+// a value that does not itself read right to left (a date with a Latin month,
+// a time, a Latin unit) is isolated, so that it reads whole and in order
+// instead of having its parts reordered around the caption.
+QString rowText(const QString& caption, const QString& value);
+
 class TreeRows
 {
 public:

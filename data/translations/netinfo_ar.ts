@@ -438,7 +438,7 @@
     </message>
     <message>
         <source>NetInfo is already running (process %1); only one instance can record the connection&apos;s usage.</source>
-        <translation>NetInfo قيد التشغيل بالفعل (العملية %1)؛ ولا يمكن إلا لنسخة واحدة تسجيل استخدام الاتصال.</translation>
+        <translation>‏NetInfo قيد التشغيل بالفعل (العملية %1)؛ ولا يمكن إلا لنسخة واحدة تسجيل استخدام الاتصال.</translation>
     </message>
     <message>
         <source>permission denied</source>
@@ -542,7 +542,7 @@
     </message>
     <message>
         <source>%1 (not present)</source>
-        <translation>%1 (غير موجودة)</translation>
+        <translation>‏⁦%1⁩ (غير موجودة)</translation>
     </message>
 </context>
 <context>
@@ -699,7 +699,7 @@ NetInfo keeps its own count and adds the difference; you can remove it again.</s
     <name>HistoryChart</name>
     <message>
         <source>%1 to %2</source>
-        <translation>من %1 إلى %2</translation>
+        <translation>من ⁦%1⁩ إلى ⁦%2⁩</translation>
     </message>
     <message>
         <source>%1
@@ -707,9 +707,9 @@ Received: %2
 Sent: %3
 Total: %4</source>
         <translation>%1
-المستلمة: %2
-المرسلة: %3
-الإجمالي: %4</translation>
+المستلمة: ⁦%2⁩
+المرسلة: ⁦%3⁩
+الإجمالي: ⁦%4⁩</translation>
     </message>
     <message>
         <source>limit</source>
@@ -720,7 +720,7 @@ Total: %4</source>
     <name>HistoryWindow</name>
     <message>
         <source>NetInfo — History</source>
-        <translation>NetInfo — السجل</translation>
+        <translation>‏NetInfo — السجل</translation>
     </message>
     <message>
         <source>Days of this and the previous period</source>
@@ -802,12 +802,12 @@ Total: %4</source>
     </message>
     <message>
         <source>NetInfo: no usage limit set</source>
-        <translation>NetInfo: لم يُعيَّن حد للاستخدام</translation>
+        <translation>‏NetInfo: لم يُعيَّن حد للاستخدام</translation>
     </message>
     <message>
         <source>NetInfo: %1 of %2 used (%3 %)
 %4 left</source>
-        <translation>NetInfo: استُخدم ⁦%1⁩ من ⁦%2⁩ (⁦%3 %⁩)
+        <translation>‏NetInfo: استُخدم ⁦%1⁩ من ⁦%2⁩ (⁦%3 %⁩)
 المتبقي: ⁦%4⁩</translation>
     </message>
     <message numerus="yes">

@@ -66,6 +66,15 @@ Figures compute(
     return f;
 }
 
+QString percentText(double percent, const QLocale& locale, Qt::LayoutDirection direction)
+{
+    const QString number = locale.toString(percent, 'f', 1);
+    if (locale.textDirection() == Qt::RightToLeft)
+        return number + locale.percent();
+    const QString text = number + QStringLiteral(" %");
+    return direction == Qt::RightToLeft ? QChar(0x2066) + text + QChar(0x2069) : text;
+}
+
 QString summary(const Figures& f, const QLocale& locale)
 {
     QStringList lines;

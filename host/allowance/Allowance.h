@@ -31,6 +31,12 @@ struct Figures
 Figures compute(
     const QDateTime& now, const LimitPeriod& period, quint64 recorded, qint64 adjustment, quint64 limit);
 
+// The share of the limit as a reader of `locale` expects it: "54.1 %", or
+// the locale's own digits and percent sign where it reads right to left.
+// Shown in a right-to-left paragraph, a left-to-right figure is isolated, so
+// that the sign stays after the number instead of moving before it.
+QString percentText(
+    double percent, const QLocale& locale = QLocale(), Qt::LayoutDirection direction = Qt::LeftToRight);
 // The figures as lines for a tooltip or a panel, in the locale's units.
 QString summary(const Figures& figures, const QLocale& locale = QLocale());
 // How the forecast is worked out, for the user.

@@ -35,6 +35,16 @@ allowance::LimitPeriod periodNow(
     return allowance::currentLimitPeriod(now, settings.settings(), limit);
 }
 
+// A selectable label lays its text out as a document, which takes the
+// paragraph's direction from the first strong letter even inside an
+// isolated amount: a right-to-left sentence that opens with one ("5.73 MB
+// of 2.00 MB" in Arabic) read left to right, its amounts swapped. A leading
+// right-to-left mark sets the direction the sentence really has.
+QString paragraph(const QString& text)
+{
+    return text.isRightToLeft() ? QChar(0x200F) + text : text;
+}
+
 } // namespace
 
 AllowanceSources AllowanceSources::user()
@@ -134,6 +144,8 @@ void AllowancePanel::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
         retranslate();
+    if (event->type() == QEvent::LayoutDirectionChange)
+        refresh(); // the percent text depends on the reading direction
     QWidget::changeEvent(event);
 }
 
@@ -163,15 +175,16 @@ void AllowancePanel::refresh()
     const QLocale locale;
     m_bar->setVisible(m_figures.limit > 0);
     m_bar->setValue(int(std::min(m_figures.percent, 100.0) * 10));
-    m_bar->setFormat(QStringLiteral("%1 %").arg(locale.toString(m_figures.percent, 'f', 1)));
+    m_bar->setFormat(allowance::percentText(m_figures.percent, locale, layoutDirection()));
     const auto size = [&locale](double bytes) {
         return locale.formattedDataSize(
             qint64(std::llround(std::max(bytes, 0.0))), 2, QLocale::DataSizeTraditionalFormat);
     };
     const QString none = QStringLiteral("\u2013");
     const bool limited = m_figures.limit > 0;
-    m_used->setText(limited ? tr("%1 of %2").arg(size(double(m_figures.used)), size(double(m_figures.limit)))
-                            : tr("%1 (no limit set)").arg(size(double(m_figures.used))));
+    m_used->setText(
+        paragraph(limited ? tr("%1 of %2").arg(size(double(m_figures.used)), size(double(m_figures.limit)))
+                          : tr("%1 (no limit set)").arg(size(double(m_figures.used)))));
     m_remaining->setText(limited ? size(double(m_figures.remaining)) : none);
     m_daysLeft->setText(m_figures.daysLeft >= 0 ? locale.toString(m_figures.daysLeft) : none);
     m_average->setText(size(m_figures.averageDaily));

@@ -168,7 +168,10 @@ void HistoryChart::paintEvent(QPaintEvent*)
         const int y = plot.bottom() - plot.height() * i / kLines;
         painter.drawLine(plot.left(), y, plot.right(), y);
         painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(QRect(0, y - 10, kAxisWidth - 6, 20), Qt::AlignRight | Qt::AlignVCenter,
+        // Figures and dates read left to right whatever the language, and
+        // the chart is not mirrored: "10 MB", never "MB 10".
+        painter.drawText(QRect(0, y - 10, kAxisWidth - 6, 20),
+            Qt::AlignRight | Qt::AlignVCenter | Qt::TextForceLeftToRight,
             QStringLiteral("%1 %2").arg(
                 locale.toString(maximum * i / kLines, 'f', QLocale::FloatingPointShortest),
                 QLatin1String(unit.name)));
@@ -190,7 +193,7 @@ void HistoryChart::paintEvent(QPaintEvent*)
             painter.setPen(palette().color(QPalette::Text));
             const QString label = axisLabel(bar.start, m_kind, locale);
             painter.drawText(QRectF(whole.center().x() - 40, plot.bottom() + 4, 80, kLabelHeight),
-                Qt::AlignHCenter | Qt::AlignTop, label);
+                Qt::AlignHCenter | Qt::AlignTop | Qt::TextForceLeftToRight, label);
         }
     }
 

@@ -1,6 +1,7 @@
 // The NetInfo host: loads the plug-in module and gives it a main window.
 #include "HostApplication.h"
 #include "PluginMessageFormat.h"
+#include "RightToLeftStyle.h"
 #include "SingleInstance.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(QStringLiteral("netinfo"));
     QApplication::setApplicationDisplayName(QStringLiteral("NetInfo"));
     QApplication::setApplicationVersion(QStringLiteral(NETINFO_VERSION));
+    QApplication::setStyle(new RightToLeftStyle(QApplication::style()->name()));
 
     HostOptions options;
     QString message;
