@@ -83,13 +83,16 @@ void setSteadyText(QLabel* label, const QString& text)
 {
     if (!label)
         return;
-    if (label->text() != text)
+    const bool changed = label->text() != text;
+    if (changed)
         label->setText(text);
     Holder* holder = holderOf(label);
     if (!holder || !held(label)) {
         refitSteady(label);
         return;
     }
+    if (!changed)
+        return;
     // One line of text keeps its height; the hint's width is its advance
     // rounded up, plus what the label adds around it.
     const QSize size = label->minimumSize();
