@@ -262,6 +262,9 @@ void CNetInfoUIService::CreateNetInfoWidget()
         layout->addRow(names[i], values[i]);
     }
     panel->setLayout(layout);
+    // Opaque, so that a value repainted every second does not make the host's
+    // frame around the panel (a dock's title, say) paint itself again too.
+    panel->setAutoFillBackground(true);
 
     m_pStatPanel = panel;
     m_pStatLayout = layout;

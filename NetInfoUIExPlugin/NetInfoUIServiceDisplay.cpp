@@ -5,18 +5,13 @@
 #include "NetInfoLog.h"
 #include "NetInfoUILogic.h"
 #include "TimeOfDay.h"
+#include "view/SteadyLabel.h"
 
 #include <QLabel>
 #include <QTreeWidgetItem>
 
 namespace {
 const char kSource[] = "NetInfoUIExPlugin/NetInfoUIService";
-
-void setLabel(QLabel* label, const QString& text)
-{
-    if (label)
-        label->setText(text);
-}
 } // namespace
 
 void CNetInfoUIService::onStatisticsChanged(
@@ -169,10 +164,10 @@ void CNetInfoUIService::showLiveValues(quint64 totalData)
         if (!row.item)
             continue;
         showRow(row.item, row.row);
-        setLabel(row.label, m_rows.panel(row.value));
+        view::setSteadyText(row.label, m_rows.panel(row.value));
     }
     if (m_pDownloadDataItem)
-        setLabel(m_pTotalDataLabel, m_rows.panel(view::PanelTotalData));
+        view::setSteadyText(m_pTotalDataLabel, m_rows.panel(view::PanelTotalData));
 }
 
 void CNetInfoUIService::updateStatisticsStrings()
@@ -210,4 +205,9 @@ void CNetInfoUIService::setSpeedLanguage()
     m_pDataSentNameLabel->setText(tr(QStringLiteral("IDS_STA_DATASENT")));
     m_pDataReceivedNameLabel->setText(tr(QStringLiteral("IDS_STA_DATARECEIVED")));
     m_pTotalDataNameLabel->setText(tr(QStringLiteral("IDS_STA_TOTALDATA")));
+    // The figures' labels keep their size while they tick; in a new language
+    // they may be narrower.
+    for (QLabel* label : { m_pDurationLabel, m_pUpSpeedLabel, m_pDownSpeedLabel, m_pDataSentLabel,
+             m_pDataReceivedLabel, m_pTotalDataLabel })
+        view::refitSteady(label);
 }

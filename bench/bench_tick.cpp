@@ -21,8 +21,10 @@
 #include "simulated/SimulatedBackend.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QImage>
+#include <QMainWindow>
 #include <QPainter>
 #include <QPolygonF>
 #include <QWidget>
@@ -106,11 +108,23 @@ void run(const QString& name, const Driver& driver, int ticks)
     CNetInfoUIService* service = CNetInfoUIService::instance();
     service->Init();
     service->Notify(HostIds::MsgCreateStatusPanel, 0, 0);
-    QWidget window;
+    // As the host shows it: the view in the central area, the status panel
+    // docked beside it, so a label that asks for a new layout costs what it
+    // costs there.
+    QMainWindow window;
     window.resize(kWidth, kHeight);
-    QRect rect(0, 0, kWidth, kHeight);
-    service->ShowWindow(&window, rect);
+    auto* viewArea = new QWidget(&window);
+    window.setCentralWidget(viewArea);
+    auto* dock = new QDockWidget(&window);
+    window.addDockWidget(Qt::RightDockWidgetArea, dock);
+    const QList<QWidget*> all = QApplication::allWidgets();
+    for (QWidget* widget : all)
+        if (widget->objectName() == QLatin1String("StatisticsData_Duration"))
+            dock->setWidget(widget->parentWidget());
     window.show();
+    QCoreApplication::processEvents();
+    QRect rect(QPoint(0, 0), viewArea->size());
+    service->ShowWindow(viewArea, rect);
     QCoreApplication::processEvents();
 
     // Warm-up: first paints, lazy font and style work.

@@ -106,9 +106,7 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
                 error = QStringLiteral("cannot read %1: %2").arg(m_files.ledger, kept->ledger().problem());
         }
     }
-    if (!m_ledger
-        || !notify::LimitWatch::periodFigures(
-            *m_ledger, m_files.hostSettings, m_files.limits, now, figures)) {
+    if (!m_ledger || !m_watch.periodFigures(*m_ledger, m_files.hostSettings, now, figures)) {
         if (error != m_lastError)
             qCWarning(lcNotifier, "no limit warnings for now: %s", qUtf8Printable(error));
         m_lastError = error;

@@ -3,9 +3,11 @@
 #include "UsagePeriods.h"
 #include "UsageReport.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QLoggingCategory>
 #include <QSettings>
+
+#include <sys/stat.h>
 
 Q_LOGGING_CATEGORY(lcLimitWatch, "netinfo.limitwatch")
 
@@ -26,16 +28,54 @@ LimitWatch::LimitWatch(QString limitFile, QString stateFile)
     , m_stateFile(std::move(stateFile))
 { }
 
+LimitWatch::~LimitWatch() = default;
+
 QString LimitWatch::textKey(Crossing crossing)
 {
     return QLatin1String(kKeys[int(crossing)]);
 }
 
-view::UsageLimitPolicy LimitWatch::policy(const QDate& today) const
+bool LimitWatch::FileStamp::operator==(const FileStamp& other) const
 {
+    return device == other.device && inode == other.inode && size == other.size
+        && modifiedNs == other.modifiedNs;
+}
+
+LimitWatch::FileStamp LimitWatch::stampOf(const QString& path)
+{
+    FileStamp stamp;
+    struct stat info;
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return stamp;
+    stamp.device = quint64(info.st_dev);
+    stamp.inode = quint64(info.st_ino);
+    stamp.size = qint64(info.st_size);
+    stamp.modifiedNs = qint64(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec;
+    return stamp;
+}
+
+bool LimitWatch::loadLimits()
+{
+    const FileStamp stamp = stampOf(m_limitFile);
+    if (m_limitsRead && stamp == m_limitStamp)
+        return stamp.size >= 0;
+    m_limitsRead = true;
+    m_limitStamp = stamp;
+    m_limitValues.clear();
     QSettings file(m_limitFile, QSettings::IniFormat);
     file.beginGroup(QStringLiteral("uselimit"));
-    const auto read = [&file](const char* key) { return file.value(QLatin1String(key)).toString(); };
+    const QStringList keys = file.childKeys();
+    for (const QString& key : keys)
+        m_limitValues.insert(key, file.value(key).toString());
+    if (file.status() != QSettings::NoError)
+        qCWarning(lcLimitWatch, "cannot read %s: the limits count as not set", qUtf8Printable(m_limitFile));
+    m_limitPeriod = report::readLimitSettings(m_limitFile);
+    return stamp.size >= 0;
+}
+
+view::UsageLimitPolicy LimitWatch::policy(const QDate& today) const
+{
+    const auto read = [this](const char* key) { return m_limitValues.value(QLatin1String(key)); };
     view::UsageLimitPolicy policy;
     policy.loadSwitches(read);
     policy.loadStartDate(read("startdate"), today);
@@ -43,17 +83,50 @@ view::UsageLimitPolicy LimitWatch::policy(const QDate& today) const
     return policy;
 }
 
+QStringList LimitWatch::firedIn(const QString& period)
+{
+    // Another process warning from the same file may have written it since.
+    const FileStamp stamp = stampOf(m_stateFile);
+    if (!m_stateRead || !(stamp == m_stateStamp)) {
+        QSettings state(m_stateFile, QSettings::IniFormat);
+        m_statePeriod = state.value(kPeriodKey).toString();
+        m_stateFired = state.value(kFiredKey).toStringList();
+        m_stateStamp = stamp;
+        m_stateRead = true;
+    }
+    return m_statePeriod == period ? m_stateFired : QStringList();
+}
+
+void LimitWatch::remember(const QString& period, const QStringList& fired)
+{
+    // Unchanged, the file is left alone: no write every check.
+    if (m_stateRead && period == m_statePeriod && fired == m_stateFired)
+        return;
+    QSettings state(m_stateFile, QSettings::IniFormat);
+    state.setValue(kPeriodKey, period);
+    state.setValue(kFiredKey, fired);
+    state.sync();
+    if (state.status() != QSettings::NoError) {
+        qCWarning(lcLimitWatch, "cannot write %s: a warning may be repeated after a restart",
+            qUtf8Printable(m_stateFile));
+        m_stateRead = false; // tried again at the next check
+        return;
+    }
+    m_statePeriod = period;
+    m_stateFired = fired;
+    m_stateStamp = stampOf(m_stateFile);
+    m_stateRead = true;
+}
+
 QList<Crossing> LimitWatch::check(const PeriodFigures& figures, const QDate& today)
 {
     // Without the user's file every limit reads as zero, and zero is reached
     // at once: wait until the view has written it.
-    if (!QFileInfo::exists(m_limitFile))
+    if (!loadLimits())
         return {};
     view::UsageLimitPolicy rules = policy(today);
-    QSettings state(m_stateFile, QSettings::IniFormat);
     const QString period = figures.start.toString(Qt::ISODate);
-    QStringList fired = state.value(kPeriodKey).toString() == period ? state.value(kFiredKey).toStringList()
-                                                                     : QStringList();
+    QStringList fired = firedIn(period);
     const auto done = [&fired](Crossing c) { return fired.contains(textKey(c)); };
     rules.dataWarnBeforeArmed = !done(Crossing::DataWarning);
     rules.dataWarnBeforeShown = done(Crossing::DataWarning);
@@ -82,19 +155,14 @@ QList<Crossing> LimitWatch::check(const PeriodFigures& figures, const QDate& tod
         fired << textKey(Crossing::TimeWarning);
     if (!rules.timeWarnAfterArmed)
         fired << textKey(Crossing::TimeLimit);
-    state.setValue(kPeriodKey, period);
-    state.setValue(kFiredKey, fired);
-    state.sync();
-    if (state.status() != QSettings::NoError)
-        qCWarning(lcLimitWatch, "cannot write %s: a warning may be repeated after a restart",
-            qUtf8Printable(m_stateFile));
+    remember(period, fired);
     return due;
 }
 
-LimitStatus LimitWatch::status(const PeriodFigures& figures, const QDate& today) const
+LimitStatus LimitWatch::status(const PeriodFigures& figures, const QDate& today)
 {
     LimitStatus status;
-    if (!QFileInfo::exists(m_limitFile))
+    if (!loadLimits())
         return status;
     view::UsageLimitPolicy rules = policy(today);
     view::LimitBar bar;
@@ -118,63 +186,37 @@ LimitStatus LimitWatch::status(const PeriodFigures& figures, const QDate& today)
     return status;
 }
 
-namespace {
-    // The limit's current period into figures' bounds; false when no period applies.
-    bool limitPeriod(const QString& hostSettings, const QString& limitFile, const QDateTime& now,
-        PeriodFigures& figures, report::Period& period)
-    {
-        const report::LimitSettings limit = report::readLimitSettings(limitFile);
-        const velt::PeriodSettings periods = velt::PeriodSettingsReader(hostSettings).settings();
-        const QList<report::Period> all = report::currentPeriods(now, periods, limit);
-        if (all.isEmpty())
-            return false;
-        period = all.last(); // the limit's
-        figures.start = period.start;
-        switch (limit.kind) {
-        case report::LimitSettings::Kind::Daily:
-            figures.end = period.start.addDays(1);
-            break;
-        case report::LimitSettings::Kind::Weekly:
-            figures.end = period.start.addDays(7);
-            break;
-        case report::LimitSettings::Kind::Monthly:
-            figures.end = period.start.addMonths(1);
-            break;
-        case report::LimitSettings::Kind::FromDate:
-            figures.end = QDateTime();
-            break;
-        }
-        return true;
-    }
-
-    void periodUse(report::UsageSource& source, const report::Period& period, PeriodFigures& figures)
-    {
-        const QList<report::PeriodUsage> used = report::collect(source, { period });
-        figures.bytes = used.isEmpty() ? 0 : used.first().total.received + used.first().total.sent;
-        figures.seconds = used.isEmpty() ? 0 : used.first().total.connectedMs / 1000;
-    }
-} // namespace
-
-bool LimitWatch::periodFigures(const QString& ledgerPath, const QString& hostSettings,
-    const QString& limitFile, const QDateTime& now, PeriodFigures& figures, QString& error)
+bool LimitWatch::periodFigures(
+    report::UsageSource& source, const QString& hostSettings, const QDateTime& now, PeriodFigures& figures)
 {
-    report::Period period;
-    if (!limitPeriod(hostSettings, limitFile, now, figures, period))
+    loadLimits();
+    // The reader reads the host's settings again only when they changed.
+    if (!m_periods || hostSettings != m_hostSettings) {
+        m_hostSettings = hostSettings;
+        m_periods = std::make_unique<velt::PeriodSettingsReader>(hostSettings);
+    }
+    const QList<report::Period> all = report::currentPeriods(now, m_periods->settings(), m_limitPeriod);
+    if (all.isEmpty())
         return false;
-    std::unique_ptr<report::UsageSource> source = report::openLedger(ledgerPath, error);
-    if (!source)
-        return false;
-    periodUse(*source, period, figures);
-    return true;
-}
-
-bool LimitWatch::periodFigures(report::UsageSource& source, const QString& hostSettings,
-    const QString& limitFile, const QDateTime& now, PeriodFigures& figures)
-{
-    report::Period period;
-    if (!limitPeriod(hostSettings, limitFile, now, figures, period))
-        return false;
-    periodUse(source, period, figures);
+    const report::Period& period = all.last(); // the limit's
+    figures.start = period.start;
+    switch (m_limitPeriod.kind) {
+    case report::LimitSettings::Kind::Daily:
+        figures.end = period.start.addDays(1);
+        break;
+    case report::LimitSettings::Kind::Weekly:
+        figures.end = period.start.addDays(7);
+        break;
+    case report::LimitSettings::Kind::Monthly:
+        figures.end = period.start.addMonths(1);
+        break;
+    case report::LimitSettings::Kind::FromDate:
+        figures.end = QDateTime();
+        break;
+    }
+    const QList<report::PeriodUsage> used = report::collect(source, { period });
+    figures.bytes = used.isEmpty() ? 0 : used.first().total.received + used.first().total.sent;
+    figures.seconds = used.isEmpty() ? 0 : used.first().total.connectedMs / 1000;
     return true;
 }
 

@@ -4,15 +4,23 @@
 // No widgets: the recorder and the application share it.
 #pragma once
 
+#include "LimitPeriod.h"
 #include "view/UsageLimitPolicy.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QMetaType>
 #include <QString>
+#include <QStringList>
+
+#include <memory>
 
 namespace report {
 class UsageSource;
+}
+namespace velt {
+class PeriodSettingsReader;
 }
 
 namespace notify {
@@ -48,6 +56,7 @@ public:
     // limitFile: the user's DataUsageLimit.ini; stateFile: where fired
     // warnings are remembered.
     LimitWatch(QString limitFile, QString stateFile);
+    ~LimitWatch();
 
     // Bytes in one unit of the limit as entered.
     static constexpr qint64 LimitUnit = 1048576;
@@ -57,24 +66,51 @@ public:
     // when use falls back under the percentage (a raised limit).
     QList<Crossing> check(const PeriodFigures& figures, const QDate& today);
     // The bar state and figures, without firing anything.
-    LimitStatus status(const PeriodFigures& figures, const QDate& today) const;
+    LimitStatus status(const PeriodFigures& figures, const QDate& today);
 
-    // The period and its use from the report's reading of the settings and
-    // the ledger at ledgerPath; false with the reason when unreadable.
-    static bool periodFigures(const QString& ledgerPath, const QString& hostSettings,
-        const QString& limitFile, const QDateTime& now, PeriodFigures& figures, QString& error);
-    // The same from a ledger the caller keeps open: opening one checks the
-    // whole file, far dearer than the period's query.
-    static bool periodFigures(report::UsageSource& source, const QString& hostSettings,
-        const QString& limitFile, const QDateTime& now, PeriodFigures& figures);
+    // The limit's current period and its use from a ledger the caller keeps
+    // open (opening one checks the whole file, far dearer than the period's
+    // query); false when no period applies.
+    bool periodFigures(report::UsageSource& source, const QString& hostSettings, const QDateTime& now,
+        PeriodFigures& figures);
 
     static QString textKey(Crossing crossing);
 
 private:
+    // A file's identity and version: a check reads a file again only when
+    // this changed. Size -1: no such file.
+    struct FileStamp
+    {
+        quint64 device = 0;
+        quint64 inode = 0;
+        qint64 size = -1;
+        qint64 modifiedNs = 0;
+        bool operator==(const FileStamp& other) const;
+    };
+    static FileStamp stampOf(const QString& path);
+
+    // Brings the limits as read up to date with the file; false without one.
+    bool loadLimits();
     view::UsageLimitPolicy policy(const QDate& today) const;
+    // The warnings already fired in `period`, as the state file has them.
+    QStringList firedIn(const QString& period);
+    void remember(const QString& period, const QStringList& fired);
 
     QString m_limitFile;
     QString m_stateFile;
+
+    FileStamp m_limitStamp;
+    bool m_limitsRead = false;
+    QHash<QString, QString> m_limitValues; // the "uselimit" group
+    allowance::LimitSettings m_limitPeriod;
+
+    FileStamp m_stateStamp;
+    bool m_stateRead = false;
+    QString m_statePeriod;
+    QStringList m_stateFired;
+
+    QString m_hostSettings;
+    std::unique_ptr<velt::PeriodSettingsReader> m_periods;
 };
 
 } // namespace notify
