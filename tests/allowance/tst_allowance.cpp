@@ -122,6 +122,13 @@ private slots:
         QCOMPARE(previous.end, current.start);
     }
 
+    // The figure keeps its reading order inside right-to-left text.
+    void percentText()
+    {
+        QCOMPARE(allowance::percentText(54.06, QLocale::c(), Qt::RightToLeft), "\u206654.1 %\u2069");
+        QCOMPARE(allowance::percentText(54.06, QLocale(QLocale::Arabic)), "٥٤٫١٪\u061c");
+    }
+
     void calibrationPersists()
     {
         QTemporaryDir dir;

@@ -47,6 +47,9 @@ private slots:
         QCOMPARE(rows.row(RowUploadSpeed), QStringLiteral("Speed 2048 B/s"));
         QCOMPARE(rows.row(RowDownloadData), QStringLiteral("Data 2000000000 B"));
         QCOMPARE(rows.panel(PanelTotalData), QStringLiteral("5000000000 B")); // past 2^32
+        // A Latin figure after a right-to-left caption keeps its reading order.
+        QCOMPARE(rowText("آخر:", "5 Nov 05:30"), "آخر: \u20665 Nov 05:30\u2069");
+        QCOMPARE(rowText("Reset:", "5 Nov"), "Reset: 5 Nov");
     }
 
     // Figures that did not move are not formatted again.
