@@ -569,9 +569,13 @@ void HostApplication::setUpTray()
 
 void HostApplication::checkLimits()
 {
+    if (!m_limitNotices)
+        return;
     // Only the process that records keeps the warnings' state; the view's
     // dialog is the warning while this application runs, so nothing is sent.
-    if (!m_limitNotices || !m_connection.recordingStatus().recording)
-        return;
-    m_limitNotices->refresh(true, m_connection.interfaceName());
+    // Beside a recorder the tray still shows where the period stands.
+    if (m_connection.recordingStatus().recording)
+        m_limitNotices->refresh(true, m_connection.interfaceName());
+    else
+        m_limitNotices->refreshStatus();
 }

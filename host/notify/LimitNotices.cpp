@@ -91,6 +91,24 @@ QString LimitNotices::summary(notify::Crossing crossing)
 bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTime& now)
 {
     notify::PeriodFigures figures;
+    if (!readFigures(now, figures))
+        return false;
+    check(figures, viewWarns, device, now.date());
+    return true;
+}
+
+bool LimitNotices::refreshStatus(const QDateTime& now)
+{
+    notify::PeriodFigures figures;
+    if (!readFigures(now, figures))
+        return false;
+    m_status = m_watch.status(figures, now.date());
+    emit statusChanged(m_status);
+    return true;
+}
+
+bool LimitNotices::readFigures(const QDateTime& now, notify::PeriodFigures& figures)
+{
     QString error;
     // A ledger deleted or replaced meanwhile is opened afresh.
     if (m_ledger && !m_ledger->isCurrent(m_files.ledger))
@@ -113,7 +131,6 @@ bool LimitNotices::refresh(bool viewWarns, const QString& device, const QDateTim
         return false;
     }
     m_lastError.clear();
-    check(figures, viewWarns, device, now.date());
     return true;
 }
 

@@ -31,6 +31,9 @@ public:
     // Reads the period's use and checks it; false (logged once) when the
     // ledger cannot be read.
     bool refresh(bool viewWarns, const QString& device, const QDateTime& now = QDateTime::currentDateTime());
+    // The period's figures for the tray alone, while another process records
+    // and warns: nothing is checked or marked as given.
+    bool refreshStatus(const QDateTime& now = QDateTime::currentDateTime());
     // The crossings of these figures, notified unless viewWarns; either way
     // each is given once per period.
     void check(
@@ -48,6 +51,8 @@ signals:
     void statusChanged(const notify::LimitStatus& status);
 
 private:
+    bool readFigures(const QDateTime& now, notify::PeriodFigures& figures);
+
     Files m_files;
     notify::LimitWatch m_watch;
     DesktopNotifier m_notifier;

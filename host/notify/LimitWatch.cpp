@@ -140,10 +140,12 @@ QList<Crossing> LimitWatch::check(const PeriodFigures& figures, const QDate& tod
             if (qstrcmp(key, kKeys[i]) == 0)
                 due << Crossing(i);
     };
-    if (rules.settings.dataLimitOn)
+    // A limit of zero is no limit here, as in the tray: a file without the
+    // size would otherwise warn at the first byte or second.
+    if (rules.settings.dataLimitOn && rules.settings.dataLimit > 0)
         take(rules.dataWarning(
             rules.dataBar(view::UsageLimitPolicy::fluxUnits(figures.bytes, LimitUnit), LimitUnit).state));
-    if (rules.settings.timeLimitOn)
+    if (rules.settings.timeLimitOn && rules.settings.timeLimit > 0)
         take(rules.timeWarning(rules.timeBar(static_cast<long double>(figures.seconds)).state));
 
     fired.clear();

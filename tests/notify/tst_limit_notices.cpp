@@ -3,6 +3,7 @@
 // own dialog, and buttons acting on the device that was warned about.
 #include "LimitNotices.h"
 #include "PrivateBus.h"
+#include "UsageLedger.h"
 
 #include <QDBusConnection>
 #include <QFile>
@@ -35,6 +36,18 @@ signals:
 class LimitNoticesTest : public QObject
 {
     Q_OBJECT
+
+    // A 100 MB limit warned at 80 %, the ledger and state files beside it.
+    static LimitNotices::Files filesIn(const QTemporaryDir& dir)
+    {
+        QFile limits(dir.filePath("DataUsageLimit.ini"));
+        if (limits.open(QIODevice::WriteOnly))
+            limits.write("[uselimit]\nchkWarnbefore=true\nchkWarnAfter=true\nSizeVolume=100\n"
+                         "SizeTimeVolume=10\nWarnBeforPercentage=80\n");
+        return { dir.filePath("usage.sqlite"), dir.filePath("host.conf"), limits.fileName(),
+            dir.filePath("state.ini") };
+    }
+
 private slots:
     void initTestCase()
     {
@@ -76,13 +89,7 @@ private slots:
         });
 
         QTemporaryDir dir;
-        QFile limits(dir.filePath("DataUsageLimit.ini"));
-        QVERIFY(limits.open(QIODevice::WriteOnly));
-        limits.write("[uselimit]\nchkWarnbefore=true\nchkWarnAfter=true\nSizeVolume=100\nSizeTimeVolume="
-                     "10\nWarnBeforPercentage=80\n");
-        limits.close();
-        const LimitNotices::Files files { dir.filePath("usage.sqlite"), dir.filePath("host.conf"),
-            limits.fileName(), dir.filePath("state.ini") };
+        const LimitNotices::Files files = filesIn(dir);
         notify::PeriodFigures figures { QDateTime(QDate(2026, 3, 1), QTime(0, 0)), {}, 85 * 1048576ull, 0 };
 
         LimitNotices first(files, *m_connection);
@@ -106,6 +113,25 @@ private slots:
 private:
     PrivateBus m_bus;
     std::unique_ptr<QDBusConnection> m_connection;
+
+    // Beside a recorder the tray gets the figures, and nothing is marked as
+    // given: the recorder's own warnings still come.
+    void statusBesideARecorder()
+    {
+        QTemporaryDir dir;
+        const LimitNotices::Files files = filesIn(dir);
+        const QDateTime now = QDateTime::currentDateTime();
+        {
+            velt::UsageLedger ledger(files.ledger);
+            QVERIFY(ledger.open(now.toSecsSinceEpoch()));
+            ledger.add({ "wwan0", "" }, now.toSecsSinceEpoch(), { 85 * 1048576ull, 0, 0 });
+            QVERIFY(ledger.commit());
+        }
+        LimitNotices notices(files, *m_connection);
+        QVERIFY(notices.refreshStatus(now));
+        QCOMPARE(notices.status().percent, 85);
+        QVERIFY(!QFile::exists(files.state));
+    }
 };
 
 QTEST_GUILESS_MAIN(LimitNoticesTest)

@@ -29,6 +29,7 @@ private slots:
         row("time limit", "", "1,0,59;1,0,60;1,0,90;2,0,60", ";T;;T", "NoWarningColor");
         row("data limit off, time on", "chkVolume=false", "1,500,60", "T", "ReachedWarningColor");
         row("no settings file yet", "-", "1,150,90", "", "NoWarningColor");
+        row("time limit of no size", "SizeTimeVolume=", "1,0,90", "", "NoWarningColor");
     }
 
     void crossings()
