@@ -52,8 +52,8 @@ inline bool writeCounters(const QString& root, quint64 received)
     return put(root, "self/net/dev", dev);
 }
 
-// The child: records wwan0 until it is killed.
-inline int record(const QString& root)
+// A recorder of wwan0, always up, over the look-alike in root.
+inline velt::LinuxOptions recorderOptions(const QString& root)
 {
     velt::LinuxOptions options;
     options.interfaceNames = { QStringLiteral("wwan0") };
@@ -65,7 +65,13 @@ inline int record(const QString& root)
     options.linkState = [](const QString&) { return velt::LinkState { true, true, true, true, 2 }; };
     options.interval = std::chrono::milliseconds(kIntervalMs);
     options.commitIntervalMs = kCommitIntervalMs;
-    velt::LinuxBackend backend(options);
+    return options;
+}
+
+// The child: records wwan0 until it is killed.
+inline int record(const QString& root)
+{
+    velt::LinuxBackend backend(recorderOptions(root));
     if (backend.start(nullptr) != 0)
         return 1;
     std::puts("ready");

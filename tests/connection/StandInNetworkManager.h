@@ -68,7 +68,6 @@ public:
     QList<QDBusObjectPath> devices; // what GetDevices answers
 
 signals:
-    void DeviceAdded(const QDBusObjectPath& device);
     void DeviceRemoved(const QDBusObjectPath& device);
 
 public slots:

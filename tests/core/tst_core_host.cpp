@@ -117,9 +117,6 @@ private slots:
         QTest::newRow("gap in the middle")
             << QStringList { "IDS_OK", "", "IDS_NO" } << QStringList { "OK", "", "No" } << "No"
             << int(QMessageBox::Ignore);
-        QTest::newRow("untranslated")
-            << QStringList { "IDS_NO_SUCH_KEY" } << QStringList { "IDS_NO_SUCH_KEY", "", "" }
-            << "IDS_NO_SUCH_KEY" << int(QMessageBox::Ok);
     }
 
     void messageBox()

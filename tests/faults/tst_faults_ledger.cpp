@@ -81,16 +81,11 @@ private slots:
         const QString database = folder + QStringLiteral("/usage.sqlite");
         const mode_t before = ::umask(mode_t(umask));
         {
-            LinuxOptions options;
-            options.interfaceNames = { QStringLiteral("wwan0") };
-            options.role = RecordingRole::Recorder;
+            LinuxOptions options = killloop::recorderOptions(dir.path());
             options.databasePath = database;
-            options.settingsPath = dir.filePath(QStringLiteral("netinfo-host.conf"));
-            options.procRoot = dir.path();
             options.interval = std::chrono::milliseconds(0);
             QVERIFY(killloop::put(dir.path(), "sys/kernel/random/boot_id", "boot")
                 && killloop::writeCounters(dir.path(), 1));
-            options.linkState = [](const QString&) { return LinkState { true, true, true, true, 2 }; };
             LinuxBackend backend(options);
             QCOMPARE(backend.start(nullptr), 0);
             killloop::writeCounters(dir.path(), 5000);

@@ -26,7 +26,6 @@ private slots:
             << "NetInfo: 800.0 MB of 1.0 GB used (78 %)\n224.0 MB left\n12 day(s) left in this period";
         notify::LimitStatus time { true, true, 5400, 36000, 15, 30600, -1, "NoWarningColor" };
         QTest::newRow("time, not recurring") << time << "NetInfo: 1:30 of 10:00 used (15 %)\n8:30 left";
-        QTest::newRow("no limit") << notify::LimitStatus {} << "NetInfo: no usage limit set";
     }
 
     void toolTip()

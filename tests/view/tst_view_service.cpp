@@ -260,7 +260,6 @@ private slots:
         QTest::addColumn<bool>("complete");
         QTest::newRow("all answer") << -1 << QList<int> { 0, 2, 3, 1 } << true;
         QTest::newRow("month fails") << int(NETINFO_MONTHLY) << QList<int> { 0, 2 } << false;
-        QTest::newRow("week fails last") << int(NETINFO_WEEKLY) << QList<int> { 0, 2, 3, 1 } << false;
     }
 
     void refresh()
