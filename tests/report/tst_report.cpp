@@ -139,7 +139,6 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("output"); // parts joined by |
-        QTest::newRow("json") << QStringList { "--json" } << 0 << "\"received\": 1500";
         QTest::newRow("table") << QStringList {} << 0 << "0:01:30";
         QTest::newRow("csv range") << QStringList { "--csv", "--from",
             QDate::currentDate().toString(Qt::ISODate) }

@@ -90,7 +90,6 @@ private slots:
     void rebuildAndDialogLoss()
     {
         QVERIFY(build());
-        QVERIFY(m_page->getVolumeLimitSettings(QStringLiteral("noSuchKey")).isNull());
         QPointer<QWidget> first = m_page->GetPageWidget();
         QVERIFY(m_page->InitNetInfoSetting());
         QVERIFY(first.isNull());
