@@ -127,7 +127,29 @@ void GraphWidget::DrawGraph(double up, double down)
     m_listUp.prepend(up);
     m_listDown.prepend(down);
     ++m_iNewSamples;
-    update();
+
+    // The frame is brought up to date here rather than in the paint, so that
+    // only the pixels that changed are repainted: on an idle link the flat
+    // curves shift onto themselves and nothing at all (not even the reset
+    // button above the graph) needs painting. Hidden, or with the layer to
+    // be redrawn, the paint does it all.
+    const bool rightToLeft = QGuiApplication::layoutDirection() != Qt::LeftToRight;
+    if (!isVisible() || !m_bLayerValid || m_iDrawnSegments < 0 || !(layerKey(rightToLeft) == m_layerKey)) {
+        update();
+        return;
+    }
+    layOut(rightToLeft);
+    QRect changed;
+    if (!updateCurveLayer(rightToLeft ? m_dLeft - 50 : m_dPlotWidth + 70, rightToLeft ? 1 : -1, &changed))
+        update();
+    else if (!changed.isEmpty())
+        update(changed);
+}
+
+GraphWidget::LayerKey GraphWidget::layerKey(bool rightToLeft) const
+{
+    return { size(), devicePixelRatioF(), m_iMaxSpeed, rightToLeft,
+        m_pResetButton && m_bResetAll ? m_pResetButton->width() : 0, Change::CurrentLanguage() };
 }
 
 void GraphWidget::paintEvent(QPaintEvent*)
@@ -137,8 +159,7 @@ void GraphWidget::paintEvent(QPaintEvent*)
 
     // Axes, labels, title and legend change only with the size, the scale,
     // the direction, the language or the font; drawn once, copied per tick.
-    const LayerKey key { size(), devicePixelRatioF(), m_iMaxSpeed, rightToLeft,
-        m_pResetButton && m_bResetAll ? m_pResetButton->width() : 0, Change::CurrentLanguage() };
+    const LayerKey key = layerKey(rightToLeft);
     if (!m_bLayerValid || !(key == m_layerKey)) {
         if (key.language != m_layerKey.language)
             m_bButtonFitted = false;
@@ -291,8 +312,9 @@ void GraphWidget::drawCurves(QPainter& painter, double startX, int dx)
 // its two samples, and drawing is the same wherever a whole pixel shift puts
 // it: the picture is exactly that of drawing every segment anew. False where
 // this does not apply (scaled or translucent painting): the caller then
-// draws the curves directly.
-bool GraphWidget::updateCurveLayer(double startX, int dx)
+// draws the curves directly. changed, if given, receives the bounds of the
+// pixels that differ from the frame before.
+bool GraphWidget::updateCurveLayer(double startX, int dx, QRect* changed)
 {
     if (m_fixedLayer.devicePixelRatio() != 1 || m_fixedLayer.format() != QImage::Format_RGB32
         || !m_colorUp.isValid() || !m_colorDown.isValid())
@@ -342,13 +364,16 @@ bool GraphWidget::updateCurveLayer(double startX, int dx)
 
     const QVector<Rows> upRows = coveredRows(m_listUp, count, head, dx, width, height);
     const QVector<Rows> downRows = coveredRows(m_listDown, count, head, dx, width, height);
-    if (!shift || m_upRows.size() != width) {
+    const bool rebuilt = !shift || m_upRows.size() != width;
+    if (rebuilt) {
         m_frame = m_fixedLayer.copy();
         m_upRows = QVector<Rows>(width);
         m_downRows = QVector<Rows>(width);
     }
 
-    composeFrame(upRows, downRows);
+    const QRect composed = composeFrame(upRows, downRows);
+    if (changed)
+        *changed = rebuilt ? rect() : composed;
     m_upRows = upRows;
     m_downRows = downRows;
     m_iDrawnSegments = count;
@@ -385,8 +410,9 @@ QVector<GraphWidget::Rows> GraphWidget::coveredRows(
 }
 
 // Down over up over the fixed layer, as drawing them in turn would give,
-// in the rows either curve covers now or covered before.
-void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows)
+// in the rows either curve covers now or covered before. Returns the bounds
+// of the pixels that changed.
+QRect GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows)
 {
     const int width = m_fixedLayer.width();
     const int height = m_fixedLayer.height();
@@ -398,6 +424,10 @@ void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>&
     const uchar* const up = m_upMask.constBits();
     const uchar* const down = m_downMask.constBits();
     const qsizetype maskLine = m_upMask.bytesPerLine();
+    int left = width;
+    int right = -1;
+    int top = height;
+    int bottom = -1;
     const auto compose = [&](int c, Rows now, Rows before) {
         if (now.lo > now.hi)
             now = before;
@@ -409,10 +439,17 @@ void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>&
         const uchar* d = down + lo * maskLine + c;
         const uchar* f = fixed + lo * frameLine + c * 4;
         uchar* out = frame + lo * frameLine + c * 4;
-        for (int y = lo; y <= hi; ++y, u += maskLine, d += maskLine, f += frameLine, out += frameLine)
-            *reinterpret_cast<QRgb*>(out) = *d ? downColour
-                : *u                           ? upColour
-                                               : *reinterpret_cast<const QRgb*>(f);
+        for (int y = lo; y <= hi; ++y, u += maskLine, d += maskLine, f += frameLine, out += frameLine) {
+            const QRgb pixel = *d ? downColour : *u ? upColour : *reinterpret_cast<const QRgb*>(f);
+            QRgb& target = *reinterpret_cast<QRgb*>(out);
+            if (target == pixel)
+                continue;
+            target = pixel;
+            left = std::min(left, c);
+            right = std::max(right, c);
+            top = std::min(top, y);
+            bottom = std::max(bottom, y);
+        }
     };
     const Rows* upNow = upRows.constData();
     const Rows* downNow = downRows.constData();
@@ -420,6 +457,7 @@ void GraphWidget::composeFrame(const QVector<Rows>& upRows, const QVector<Rows>&
         compose(c, upNow[c], m_upRows[c]);
         compose(c, downNow[c], m_downRows[c]);
     }
+    return right < left ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
 void GraphWidget::drawFixedLayer(QPainter& painter, bool rightToLeft)

@@ -74,6 +74,7 @@ private:
         }
     };
 
+    LayerKey layerKey(bool rightToLeft) const;
     void layOut(bool rightToLeft);
     // Background, frame, grid, scale labels, title and legend: everything
     // but the curves, for either reading direction.
@@ -84,7 +85,7 @@ private:
     QVarLengthArray<QLineF, 1024> segments(
         const QList<double>& samples, int from, int to, double startX, int dx) const;
     void drawCurves(QPainter& painter, double startX, int dx);
-    bool updateCurveLayer(double startX, int dx);
+    bool updateCurveLayer(double startX, int dx, QRect* changed = nullptr);
     void fitResetButton();
     void forgetLayout();
 
@@ -96,7 +97,7 @@ private:
     };
     QVector<Rows> coveredRows(
         const QList<double>& samples, int count, int head, int dx, int width, int height) const;
-    void composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows);
+    QRect composeFrame(const QVector<Rows>& upRows, const QVector<Rows>& downRows);
 
     QImage m_fixedLayer;
     LayerKey m_layerKey;
