@@ -341,8 +341,25 @@ bool GraphWidget::updateCurveLayer(double startX, int dx, QRect* changed)
         } else {
             const int headEnd = column(added + 3);
             const int tailEnd = column(count - 3);
-            uchar* row = mask->bits();
-            for (int y = 0; y < height; ++y, row += mask->bytesPerLine()) {
+            // Rows that the curve did not cover are blank and stay so: only
+            // the covered ones need moving (a handful on an idle link).
+            const QVector<Rows>& before = mask == &m_upMask ? m_upRows : m_downRows;
+            int first = 0;
+            int last = height - 1;
+            if (before.size() == width) {
+                first = height;
+                last = -1;
+                for (const Rows& r : before) {
+                    if (r.lo <= r.hi) {
+                        first = std::min(first, r.lo);
+                        last = std::max(last, r.hi);
+                    }
+                }
+                first = std::max(first, 0);
+                last = std::min(last, height - 1);
+            }
+            uchar* row = mask->bits() + qsizetype(first) * mask->bytesPerLine();
+            for (int y = first; y <= last; ++y, row += mask->bytesPerLine()) {
                 if (dx < 0) {
                     std::memmove(row, row + added, size_t(width - added));
                     std::memset(row + std::max(0, headEnd), 0, size_t(width - std::max(0, headEnd)));
