@@ -8,6 +8,7 @@
 
 #include <QDateTime>
 #include <QEvent>
+#include <QFile>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QInputDialog>
@@ -19,6 +20,8 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+
+#include <sys/stat.h>
 
 Q_LOGGING_CATEGORY(lcAllowance, "netinfo.allowance")
 
@@ -45,19 +48,10 @@ QString paragraph(const QString& text)
     return text.isRightToLeft() ? QChar(0x200F) + text : text;
 }
 
-} // namespace
-
-AllowanceSources AllowanceSources::user()
-{
-    return { HostPaths::userDataDir() + QStringLiteral("/usage.sqlite"),
-        HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile(), {} };
-}
-
-allowance::Figures currentAllowance(const AllowanceSources& sources, const QDateTime& now)
+allowance::Figures figuresFrom(const AllowanceSources& sources, const QDateTime& now, velt::UsageLedger& ledger)
 {
     const allowance::LimitSettings limit = allowance::readLimitSettings(sources.limitFile);
     const allowance::LimitPeriod period = periodNow(sources, now, limit);
-    velt::UsageLedger ledger(sources.ledgerPath, velt::LedgerAccess::ReadOnly);
     const qint64 start = period.start.toSecsSinceEpoch();
     // Up to the end of the current bucket: the ledger counts whole buckets.
     const qint64 end
@@ -75,6 +69,39 @@ allowance::Figures currentAllowance(const AllowanceSources& sources, const QDate
             used += *month - (written.received + written.sent);
     }
     return allowance::compute(now, period, used, ledger.adjustmentTotal(start), limit.limitBytes);
+}
+
+// Device, inode, size and change time of the ledger and its write-ahead
+// log: any commit, by whichever process, or a replaced file changes it.
+QByteArray ledgerStamp(const QString& path)
+{
+    QByteArray stamp;
+    for (const QString& file : { path, path + QStringLiteral("-wal") }) {
+        struct stat info
+        {
+        };
+        if (::stat(QFile::encodeName(file).constData(), &info) != 0)
+            continue;
+        for (const qint64 field : { qint64(info.st_dev), qint64(info.st_ino), qint64(info.st_size),
+                 qint64(info.st_mtim.tv_sec), qint64(info.st_mtim.tv_nsec), qint64(info.st_ctim.tv_nsec) })
+            stamp += QByteArray::number(field) + ' ';
+        stamp += '/';
+    }
+    return stamp;
+}
+
+} // namespace
+
+AllowanceSources AllowanceSources::user()
+{
+    return { HostPaths::userDataDir() + QStringLiteral("/usage.sqlite"),
+        HostPaths::userDataDir() + QStringLiteral("/DataUsageLimit.ini"), HostPaths::hostSettingsFile(), {} };
+}
+
+allowance::Figures currentAllowance(const AllowanceSources& sources, const QDateTime& now)
+{
+    velt::UsageLedger ledger(sources.ledgerPath, velt::LedgerAccess::ReadOnly);
+    return figuresFrom(sources, now, ledger);
 }
 
 std::optional<quint64> statisticsServiceMonth()
@@ -169,9 +196,30 @@ void AllowancePanel::retranslate()
     refresh();
 }
 
+AllowancePanel::~AllowancePanel() = default;
+
+// Opening the ledger (its file, schema and calibrations) was most of a
+// refresh, every few seconds. The connection is kept while the files stay
+// as they were; after any write or a replaced file it is opened afresh, so
+// nothing read is older than before.
+velt::UsageLedger& AllowancePanel::ledger()
+{
+    QByteArray stamp = ledgerStamp(m_sources.ledgerPath);
+    if (!m_ledger || !m_ledger->isOpen() || stamp != m_ledgerStamp) {
+        m_ledger.reset();
+        m_ledger = std::make_unique<velt::UsageLedger>(m_sources.ledgerPath, velt::LedgerAccess::ReadOnly);
+        // Reading may itself touch the log (a reader's first look); taken
+        // after the open, a quiet ledger then matches on the next refresh.
+        m_ledger->open();
+        stamp = ledgerStamp(m_sources.ledgerPath);
+        m_ledgerStamp = stamp;
+    }
+    return *m_ledger;
+}
+
 void AllowancePanel::refresh()
 {
-    m_figures = currentAllowance(m_sources);
+    m_figures = figuresFrom(m_sources, QDateTime::currentDateTime(), ledger());
     const QLocale locale;
     m_bar->setVisible(m_figures.limit > 0);
     m_bar->setValue(int(std::min(m_figures.percent, 100.0) * 10));

@@ -8,12 +8,16 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QFormLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
+namespace velt {
+class UsageLedger;
+}
 
 // Where the figures come from; the defaults are the user's own files.
 struct AllowanceSources
@@ -41,6 +45,7 @@ class AllowancePanel : public QWidget
     Q_OBJECT
 public:
     explicit AllowancePanel(AllowanceSources sources = AllowanceSources::user(), QWidget* parent = nullptr);
+    ~AllowancePanel() override;
 
     void refresh();
     const allowance::Figures& figures() const { return m_figures; }
@@ -57,6 +62,7 @@ protected:
 private:
     void retranslate();
     void calibrateAsked();
+    velt::UsageLedger& ledger();
 
     AllowanceSources m_sources;
     allowance::Figures m_figures;
@@ -72,4 +78,8 @@ private:
     QPushButton* m_calibrateButton = nullptr;
     QPushButton* m_removeButton = nullptr;
     QTimer m_timer;
+    // The read-only ledger kept between refreshes, and the state of its
+    // files when it was opened.
+    std::unique_ptr<velt::UsageLedger> m_ledger;
+    QByteArray m_ledgerStamp;
 };

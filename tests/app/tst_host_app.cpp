@@ -291,6 +291,8 @@ private slots:
         QCOMPARE(currentAllowance(sources, now).used, 1200u);
         sources.serviceMonth = [] { return std::optional<quint64>(1700); };
         QCOMPARE(currentAllowance(sources, now).used, 1700u);
+        AllowancePanel panel(sources); // keeps its reading of the ledger, but not past a change
+        QVERIFY(panel.calibrate(5000) && panel.figures().used == 5000);
     }
 
     void backgroundRecording_data()
