@@ -204,15 +204,12 @@ AllowancePanel::~AllowancePanel() = default;
 // nothing read is older than before.
 velt::UsageLedger& AllowancePanel::ledger()
 {
+    // Stamped before opening: a write in between is then seen next time.
     QByteArray stamp = ledgerStamp(m_sources.ledgerPath);
     if (!m_ledger || !m_ledger->isOpen() || stamp != m_ledgerStamp) {
         m_ledger.reset();
         m_ledger = std::make_unique<velt::UsageLedger>(m_sources.ledgerPath, velt::LedgerAccess::ReadOnly);
-        // Reading may itself touch the log (a reader's first look); taken
-        // after the open, a quiet ledger then matches on the next refresh.
-        m_ledger->open();
-        stamp = ledgerStamp(m_sources.ledgerPath);
-        m_ledgerStamp = stamp;
+        m_ledgerStamp = std::move(stamp);
     }
     return *m_ledger;
 }
