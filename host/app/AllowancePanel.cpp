@@ -48,7 +48,8 @@ QString paragraph(const QString& text)
     return text.isRightToLeft() ? QChar(0x200F) + text : text;
 }
 
-allowance::Figures figuresFrom(const AllowanceSources& sources, const QDateTime& now, velt::UsageLedger& ledger)
+allowance::Figures figuresFrom(
+    const AllowanceSources& sources, const QDateTime& now, velt::UsageLedger& ledger)
 {
     const allowance::LimitSettings limit = allowance::readLimitSettings(sources.limitFile);
     const allowance::LimitPeriod period = periodNow(sources, now, limit);
@@ -214,8 +215,17 @@ velt::UsageLedger& AllowancePanel::ledger()
     return *m_ledger;
 }
 
+void AllowancePanel::closeLedger()
+{
+    m_closed = true;
+    m_timer.stop();
+    m_ledger.reset();
+}
+
 void AllowancePanel::refresh()
 {
+    if (m_closed)
+        return;
     m_figures = figuresFrom(m_sources, QDateTime::currentDateTime(), ledger());
     const QLocale locale;
     m_bar->setVisible(m_figures.limit > 0);

@@ -55,6 +55,9 @@ public:
     // to what was recorded, replacing an earlier calibration of the period.
     bool calibrate(quint64 operatorBytes);
     bool removeCalibration();
+    // Stops refreshing and lets go of the ledger, so that the writer's close
+    // is the last one and folds its journal back into the file.
+    void closeLedger();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -82,4 +85,5 @@ private:
     // files when it was opened.
     std::unique_ptr<velt::UsageLedger> m_ledger;
     QByteArray m_ledgerStamp;
+    bool m_closed = false;
 };

@@ -1,6 +1,7 @@
 #include "HostApplication.h"
 
 #include "AboutDialog.h"
+#include "AllowancePanel.h"
 #include "Autostart.h"
 #include "BackgroundRecording.h"
 #include "Change.h"
@@ -442,9 +443,11 @@ void HostApplication::shutdown()
     m_limitTimer.stop();
     stopView();
     IUIPlugin* plugin = m_module.uiPlugin();
-    // The limit checks read the ledger; closed before the writer's last
-    // commit, so that the writer's close folds the journal back into the file.
+    // The limit checks and the limit panel read the ledger; closed before the
+    // writer's last commit, so that the writer's close folds the journal back
+    // into the file.
     m_limitNotices.reset();
+    m_window.allowancePanel()->closeLedger();
     m_connection.stop();
     if (IPluginContainer* container = Startup::GetPluginContainer())
         container->UnregisterPlugin(plugin->GetPluginName(), plugin->GetPluginType());

@@ -285,7 +285,8 @@ private slots:
         const int top = std::min(graph.findChild<QPushButton*>()->y(), fresh.findChild<QPushButton*>()->y());
         QVERIFY(top > graph.height() / 2);
         QCoreApplication::processEvents(); // what the screen shows, painted a part at a time
-        const QImage shown = graph.screen()->grabWindow(graph.winId()).toImage().convertToFormat(made.format());
+        const QImage shown
+            = graph.screen()->grabWindow(graph.winId()).toImage().convertToFormat(made.format());
         QCOMPARE(made.copy(0, 0, graph.width(), top), shown.copy(0, 0, graph.width(), top));
     }
 };

@@ -69,3 +69,10 @@ execute_process(COMMAND ${prefix}/bin/netinfo --quit-after 0.5 --screenshot ${us
 if(NOT rc EQUAL 0 OR NOT EXISTS ${user}/window.png OR err MATCHES "no English translation")
     message(FATAL_ERROR "netinfo did not run from the installed tree (${rc}):\n${out}${err}")
 endif()
+
+# A clean exit leaves the ledger whole: every reader closed before the
+# writer, whose close folds the journal back into the file.
+file(GLOB journal ${user}/data/netinfo/usage.sqlite-wal)
+if(EXISTS ${user}/data/netinfo/usage.sqlite AND journal)
+    message(FATAL_ERROR "netinfo left its journal beside the ledger: ${journal}")
+endif()
