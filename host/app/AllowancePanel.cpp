@@ -21,8 +21,6 @@
 
 #include <cmath>
 
-#include <sys/stat.h>
-
 Q_LOGGING_CATEGORY(lcAllowance, "netinfo.allowance")
 
 namespace {
@@ -70,25 +68,6 @@ allowance::Figures figuresFrom(
             used += *month - (written.received + written.sent);
     }
     return allowance::compute(now, period, used, ledger.adjustmentTotal(start), limit.limitBytes);
-}
-
-// Device, inode, size and change time of the ledger and its write-ahead
-// log: any commit, by whichever process, or a replaced file changes it.
-QByteArray ledgerStamp(const QString& path)
-{
-    QByteArray stamp;
-    for (const QString& file : { path, path + QStringLiteral("-wal") }) {
-        struct stat info
-        {
-        };
-        if (::stat(QFile::encodeName(file).constData(), &info) != 0)
-            continue;
-        for (const qint64 field : { qint64(info.st_dev), qint64(info.st_ino), qint64(info.st_size),
-                 qint64(info.st_mtim.tv_sec), qint64(info.st_mtim.tv_nsec), qint64(info.st_ctim.tv_nsec) })
-            stamp += QByteArray::number(field) + ' ';
-        stamp += '/';
-    }
-    return stamp;
 }
 
 } // namespace
@@ -206,7 +185,8 @@ AllowancePanel::~AllowancePanel() = default;
 velt::UsageLedger& AllowancePanel::ledger()
 {
     // Stamped before opening: a write in between is then seen next time.
-    QByteArray stamp = ledgerStamp(m_sources.ledgerPath);
+    std::pair stamp { FileStamp::of(m_sources.ledgerPath),
+        FileStamp::of(m_sources.ledgerPath + QStringLiteral("-wal")) };
     if (!m_ledger || !m_ledger->isOpen() || stamp != m_ledgerStamp) {
         m_ledger.reset();
         m_ledger = std::make_unique<velt::UsageLedger>(m_sources.ledgerPath, velt::LedgerAccess::ReadOnly);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Allowance.h"
+#include "FileStamp.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -84,6 +85,6 @@ private:
     // The read-only ledger kept between refreshes, and the state of its
     // files when it was opened.
     std::unique_ptr<velt::UsageLedger> m_ledger;
-    QByteArray m_ledgerStamp;
+    std::pair<FileStamp, FileStamp> m_ledgerStamp; // the ledger and its write-ahead log
     bool m_closed = false;
 };

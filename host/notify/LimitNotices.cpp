@@ -1,5 +1,7 @@
 #include "LimitNotices.h"
 
+#include "FileStamp.h"
+
 #include "HostPaths.h"
 #include "UsageSource.h"
 
@@ -11,19 +13,12 @@
 
 #include <cerrno>
 #include <csignal>
-#include <sys/stat.h>
 
 Q_DECLARE_LOGGING_CATEGORY(lcNotifier)
 
 namespace {
 
 // The file's identity: 0 when it does not exist.
-quint64 fileId(const QString& path)
-{
-    struct stat info;
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? quint64(info.st_ino) : 0;
-}
-
 } // namespace
 
 // The ledger read-only and open for good: each check sees what the writer
@@ -33,12 +28,12 @@ class LimitNotices::KeptLedger final : public report::UsageSource
 public:
     explicit KeptLedger(const QString& path)
         : m_ledger(path, velt::LedgerAccess::ReadOnly)
-        , m_id(fileId(path))
+        , m_id(FileStamp::of(path).inode)
     { }
 
     velt::UsageLedger& ledger() { return m_ledger; }
     // Still the file at that path: not deleted, nor set aside and replaced.
-    bool isCurrent(const QString& path) const { return m_id != 0 && fileId(path) == m_id; }
+    bool isCurrent(const QString& path) const { return m_id != 0 && FileStamp::of(path).inode == m_id; }
 
     QList<report::KeyedUsage> usage(qint64 fromSeconds, qint64 untilSeconds) override
     {

@@ -7,8 +7,6 @@
 #include <QLoggingCategory>
 #include <QSettings>
 
-#include <sys/stat.h>
-
 Q_LOGGING_CATEGORY(lcLimitWatch, "netinfo.limitwatch")
 
 namespace notify {
@@ -35,28 +33,9 @@ QString LimitWatch::textKey(Crossing crossing)
     return QLatin1String(kKeys[int(crossing)]);
 }
 
-bool LimitWatch::FileStamp::operator==(const FileStamp& other) const
-{
-    return device == other.device && inode == other.inode && size == other.size
-        && modifiedNs == other.modifiedNs;
-}
-
-LimitWatch::FileStamp LimitWatch::stampOf(const QString& path)
-{
-    FileStamp stamp;
-    struct stat info;
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
-        return stamp;
-    stamp.device = quint64(info.st_dev);
-    stamp.inode = quint64(info.st_ino);
-    stamp.size = qint64(info.st_size);
-    stamp.modifiedNs = qint64(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec;
-    return stamp;
-}
-
 bool LimitWatch::loadLimits()
 {
-    const FileStamp stamp = stampOf(m_limitFile);
+    const FileStamp stamp = FileStamp::of(m_limitFile);
     if (m_limitsRead && stamp == m_limitStamp)
         return stamp.size >= 0;
     m_limitsRead = true;
@@ -86,7 +65,7 @@ view::UsageLimitPolicy LimitWatch::policy(const QDate& today) const
 QStringList LimitWatch::firedIn(const QString& period)
 {
     // Another process warning from the same file may have written it since.
-    const FileStamp stamp = stampOf(m_stateFile);
+    const FileStamp stamp = FileStamp::of(m_stateFile);
     if (!m_stateRead || !(stamp == m_stateStamp)) {
         QSettings state(m_stateFile, QSettings::IniFormat);
         m_statePeriod = state.value(kPeriodKey).toString();
@@ -114,7 +93,7 @@ void LimitWatch::remember(const QString& period, const QStringList& fired)
     }
     m_statePeriod = period;
     m_stateFired = fired;
-    m_stateStamp = stampOf(m_stateFile);
+    m_stateStamp = FileStamp::of(m_stateFile);
     m_stateRead = true;
 }
 

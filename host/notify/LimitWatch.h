@@ -4,6 +4,8 @@
 // No widgets: the recorder and the application share it.
 #pragma once
 
+#include "FileStamp.h"
+
 #include "LimitPeriod.h"
 #include "view/UsageLimitPolicy.h"
 
@@ -77,18 +79,6 @@ public:
     static QString textKey(Crossing crossing);
 
 private:
-    // A file's identity and version: a check reads a file again only when
-    // this changed. Size -1: no such file.
-    struct FileStamp
-    {
-        quint64 device = 0;
-        quint64 inode = 0;
-        qint64 size = -1;
-        qint64 modifiedNs = 0;
-        bool operator==(const FileStamp& other) const;
-    };
-    static FileStamp stampOf(const QString& path);
-
     // Brings the limits as read up to date with the file; false without one.
     bool loadLimits();
     view::UsageLimitPolicy policy(const QDate& today) const;
